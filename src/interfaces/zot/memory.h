@@ -1,0 +1,42 @@
+#pragma once
+
+#include <cstddef>
+#include <zot/export.h>
+
+namespace ZOTMem {
+
+// Where every object, node and buffer of the library comes from. Any thread may call it; memory may be freed
+// on another thread than the one that asked for it. It never throws.
+class QUILL_API MemoryPool {
+public:
+    // `size` bytes aligned for any fundamental type, or null when there are none. `size` is not 0.
+    static void* New(unsigned int size) noexcept;
+
+    // Takes back what New gave. Null does nothing.
+    static void Delete(void* memory) noexcept;
+};
+
+}  // namespace ZOTMem
+
+namespace ZOT {
+
+// Base of everything that is allocated from the memory pool. It adds no field.
+//
+// The operators never throw: a failed allocation calls the installed new-handler once (if there is one), gives
+// a null pointer and runs no constructor, so the result of `new` must be looked at. 0 bytes give null without
+// asking the pool. The process-wide operators are not touched.
+class QUILL_API PoolObject {
+public:
+    static void* operator new(std::size_t size) noexcept;
+    static void* operator new[](std::size_t size) noexcept;
+    static void* operator new(std::size_t, void* place) noexcept { return place; }
+    static void operator delete(void* memory) noexcept;
+    static void operator delete[](void* memory) noexcept;
+    static void operator delete(void*, void*) noexcept {}
+};
+
+// Raw bytes under the rules of PoolObject.
+QUILL_API void* PoolAllocate(std::size_t size) noexcept;
+QUILL_API void PoolFree(void* memory) noexcept;
+
+}  // namespace ZOT
