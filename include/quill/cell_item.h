@@ -1,0 +1,109 @@
+#pragma once
+
+#include <string>
+#include <zot/counted.h>
+#include <zot/smart_ptr.h>
+
+namespace QuillNS {
+
+class KCell;
+class KTable;
+
+// The text record of a cell item: joined runs of UTF-16 text and the span of the source that they come from.
+class QUILL_API KCellText : public ZOT::PoolObject {
+public:
+    KCellText() = default;
+    KCellText(const KCellText&) = delete;  // a run of text belongs to one item
+    KCellText& operator=(const KCellText&) = delete;
+    ~KCellText() = default;
+
+    const std::u16string& Text() const noexcept { return text_; }
+    std::u16string& Text() noexcept { return text_; }
+    unsigned int SourcePosition() const noexcept { return sourcePosition_; }
+    unsigned int SourceLength() const noexcept { return sourceLength_; }
+
+    // Appends `text` unchanged. The span, which starts where the first run with a length started, then ends
+    // where this run ends; an empty run and a run of length 0 leave it alone.
+    void Append(const std::u16string& text, unsigned int position, unsigned int length);
+
+    long NbRef() const noexcept { return holders_.Get(); }
+    long AddRef() const noexcept { return holders_.Add(); }
+    long Release() const noexcept {
+        const long left = holders_.Sub();
+        if (left == 0) delete this;
+        return left;
+    }
+
+private:
+    mutable ZOT::SPRefCounter holders_;
+    std::u16string text_;
+    unsigned int sourcePosition_ = 0;
+    unsigned int sourceLength_ = 0;
+};
+
+// One entry of a cell: a run of text with its place in the source, or a nested table, or (freshly made)
+// nothing.
+//
+//   text    table     IsEmpty   IsText   IsTable
+//   none    none      yes       no       no
+//   some    none      no        yes      no
+//   none    some      no        no       yes
+//   some    some      no        yes      yes       possible, but nothing in the library makes such an item
+//
+// The item owns its text and its nested table; the cell that it stands in owns the item. One thread builds an
+// item, after that any number may read it.
+class QUILL_API KCellItem : public ZOT::PoolObject {
+public:
+    // An empty item of `parent`, which is not owned. KCell::AddCellItem makes the items of a cell.
+    explicit KCellItem(KCell* parent) noexcept;
+    KCellItem(const KCellItem&) = delete;  // an item stands in one cell
+    KCellItem& operator=(const KCellItem&) = delete;
+    // Lets go of the nested table, and with the last holder of its whole subtree.
+    ~KCellItem();
+
+    bool IsEmpty() const noexcept { return !text_ && !table_; }
+    bool IsText() const noexcept { return static_cast<bool>(text_); }
+    bool IsTable() const noexcept { return static_cast<bool>(table_); }
+
+    // Text items only: ask IsText first.
+    const std::u16string& Text() const noexcept { return text_->Text(); }
+    std::u16string& Text() noexcept { return text_->Text(); }
+
+    // Where the text comes from, in the units that AppendText was given (bytes of the page's UTF-8 text for a
+    // parsed page). Both are 0 until a run with a length was appended. Text items only.
+    unsigned int SourcePosition() const noexcept { return text_->SourcePosition(); }
+    unsigned int SourceLength() const noexcept { return text_->SourceLength(); }
+
+    // Appends a run of text without any separator and stretches the source span to the end of this run:
+    // `position` and `length` are its place in the source, wrapping modulo 2^32. An empty `text`, or a
+    // `length` of 0, leaves the span alone. Afterwards the item is a text item, also when `text` is empty;
+    // one that is not ran out of memory.
+    void AppendText(const std::u16string& text, unsigned int position, unsigned int length);
+
+    // Ends the text with a paragraph break: trailing white space goes, and two line feeds follow when text is
+    // left. Calling it again changes nothing; the source span stays. Text items only.
+    void MakeParagraph();
+
+    // The nested table; null for other items.
+    const ZOT::SmartPtr<KTable>& Table() const noexcept { return table_; }
+    void Table(const ZOT::SmartPtr<KTable>& table);
+
+    KCell* ParentCell() noexcept { return parent_; }
+
+    // Holders; one more; one fewer, and the last one destroys the item. The new count is returned.
+    long NbRef() const noexcept { return holders_.Get(); }
+    long AddRef() const noexcept { return holders_.Add(); }
+    long Release() const noexcept {
+        const long left = holders_.Sub();
+        if (left == 0) delete this;
+        return left;
+    }
+
+private:
+    mutable ZOT::SPRefCounter holders_;
+    KCell* parent_;
+    ZOT::SmartPtr<KCellText> text_;
+    ZOT::SmartPtr<KTable> table_;
+};
+
+}  // namespace QuillNS
