@@ -22,6 +22,7 @@ function(_quill_room target)
     target_include_directories(${target} PUBLIC $<TARGET_PROPERTY:${seen},INTERFACE_INCLUDE_DIRECTORIES>)
   endforeach()
   set_property(GLOBAL APPEND PROPERTY QUILL_ROOMS ${target})
+  set_property(GLOBAL APPEND PROPERTY QUILL_LINKS ${ROOM_LINKS})
 endfunction()
 
 # quill_room(model SOURCES cell.cpp ... [SEES quill_x ...] [LINKS lib ...])
