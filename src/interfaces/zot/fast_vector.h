@@ -1,14 +1,14 @@
 #pragma once
 
+#include <zot/memory.h>
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
-#include <zot/memory.h>
 
 namespace ZOT {
 
-// A growable array of plain values: never constructed or destroyed one by one, moved as bytes. One thread at a time.
-// When memory runs out, Reserve, Resize and Append return false and the array stays as it was.
+// A growable array of plain values: never constructed or destroyed one by one, moved as bytes. One thread at
+// a time. When memory runs out, Reserve, Resize and Append return false and the array stays as it was.
 template <class T>
 class FastVector : public PoolObject {
     static_assert(std::is_trivially_copyable_v<T>, "the elements are moved as bytes");
@@ -67,6 +67,7 @@ private:
     }
 
     bool Reallocate(std::size_t capacity) {
+        if (capacity > static_cast<std::size_t>(-1) / sizeof(T)) return false;
         T* const storage = static_cast<T*>(PoolAllocate(capacity * sizeof(T)));
         if (storage == nullptr) return false;
         const std::size_t size = Size();

@@ -8,11 +8,12 @@ namespace ZOTFile {
 // stands at its end until it is moved. Moves, reads and growth follow ZOT::BinaryStreamBuf.
 class QUILL_API MemoryBuffer : public ZOT::BinaryStreamBuf {
 public:
-    // An empty growing buffer whose first allocation has room for `size` bytes; it doubles from there.
+    // An empty growing buffer whose first allocation has room for `size` bytes; it doubles from there, to at
+    // most 4 GiB - 1. A write that finds no memory takes nothing.
     explicit MemoryBuffer(unsigned int size);
 
     // Reads `size` bytes at `data` in place. They stay the caller's and must outlive the buffer. Writing into
-    // such a buffer takes nothing. `mode` is 0.
+    // such a buffer takes nothing; its write position stands at its end. `mode` is 0.
     MemoryBuffer(const void* data, unsigned int size, unsigned int mode);
 
     MemoryBuffer(const MemoryBuffer&) = delete;  // share it through BinaryStream
@@ -36,12 +37,14 @@ public:
     unsigned int vCopy(ZOT::BinaryStreamBuf& target, unsigned int count) override;
 
 private:
-    bool Grow(unsigned int needed);
+    bool IsView() const noexcept { return first_capacity_ == 0; }
+    bool Grow(unsigned int needed, unsigned char*& retired);
 
-    unsigned char* owned_ = nullptr;    // null until the first write, and for a view
+    unsigned char* owned_ = nullptr;  // null until the first write, and for a view
     const unsigned char* data_ = nullptr;
     unsigned int size_ = 0;
-    unsigned int capacity_;             // bytes of the (next) allocation; 0 for a view
+    unsigned int first_capacity_ = 0;  // bytes of the first allocation; 0 for a view
+    unsigned int capacity_ = 0;        // bytes of the present or next allocation
     unsigned int put_ = 0;
     unsigned int get_ = 0;
 };

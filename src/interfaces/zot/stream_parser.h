@@ -24,7 +24,8 @@ public:
     unsigned char* Detach() noexcept;
 
 private:
-    bool Grow(unsigned int padding);
+    bool Reserve(unsigned int capacity, unsigned int padding);
+    bool Fill();
 
     ZOT::BinaryStreamBuf& stream_;
     unsigned char* data_ = nullptr;
