@@ -9,6 +9,8 @@
 
 namespace QuillNS {
 
+class WinnerSelection;
+
 // Writes the main content of a content tree as UTF-16 text, low byte first.
 //
 // The constructor chooses what is written: it ranks every table (KTable::Rank) and lets win
@@ -57,7 +59,8 @@ private:
     enum Mode : unsigned int { kIdle = 0, kCounting = 1, kWriting = 2 };
 
     void AdmitEverything();
-    void AdmitWinners(const std::vector<double>* tuning);
+    void AdmitMainContent(const std::vector<double>* tuning);
+    void AdmitWinners(const WinnerSelection& selection, const ZOT::SmartPtr<KRankParameters>& parameters);
     void EnsureLineBreak();
 
     ZOT::SmartPtr<KTable> root_;

@@ -1,0 +1,18 @@
+#include <quill/cell.h>
+#include <quill/table.h>
+
+#include "ranked_tree.h"
+
+namespace QuillNS {
+
+double KCell::Rank() const {
+    if (words_ == 0) return 0.0;
+    return 1.0 - static_cast<double>(wordsInLinksAndImages_) / static_cast<double>(words_);
+}
+
+double KTable::Rank(const KStatistics& totals, const ZOT::SmartPtr<KRankParameters>& parameters) {
+    const RankedTree tree(*this, totals, *parameters);
+    return tree.Size() == 0 ? 0.0 : tree.Rank(0);
+}
+
+}  // namespace QuillNS
