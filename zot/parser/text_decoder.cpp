@@ -10,8 +10,8 @@
 #include <bit>
 #include <cstddef>
 
+#include "byte_vector.h"
 #include "character_reference.h"
-#include "simd.h"
 #include "utf8.h"
 
 namespace ZOTParser {
@@ -83,8 +83,8 @@ Cursor DecodeForeignRun(Cursor c, const char* stop, const char* last) noexcept {
             *c.to++ = static_cast<char16_t>((ByteAt(c.at) & 0x1F) << 6 | (ByteAt(c.at + 1) & 0x3F));
             c.at += 2;
             // Where one such letter is followed by another, a word of them begins.
-            if (left >= 2 + std::ptrdiff_t{Block::kSize} && ByteAt(c.at) >= 0xC2) {
-                const unsigned pairs = Block::Load(c.at).DecodePairs(c.to);
+            if (left >= 2 + std::ptrdiff_t{ByteVector::kSize} && ByteAt(c.at) >= 0xC2) {
+                const unsigned pairs = ByteVector::Load(c.at).DecodePairs(c.to);
                 c.to += pairs;
                 c.at += 2 * pairs;
             }
@@ -115,10 +115,10 @@ Cursor DecodeSpecial(Cursor c, const char* stop, const char* last) noexcept {
 
 // Bit n is set when byte n does not stand for itself.
 template <TextKind kKind>
-unsigned SpecialBytes(Block block) noexcept {
-    Block marks = block | block.Equal('\r') | block.Equal('\0');
+unsigned SpecialBytes(ByteVector block) noexcept {
+    ByteVector marks = block | block.Equal('\r') | block.Equal('\0');
     if (kKind != TextKind::kRaw) marks = marks | block.Equal('&');
-    return marks.TopBits();
+    return marks.Mask();
 }
 
 // Goes on to `stop`, or a little further when a character or reference reaches over it.
@@ -127,17 +127,17 @@ Cursor DecodePiece(Cursor c, const char* stop, const char* last) noexcept {
     while (c.at < stop) {
         const std::ptrdiff_t left = last - c.at;
         unsigned special;
-        if (left >= std::ptrdiff_t{Block::kSize}) {
-            const Block block = Block::Load(c.at);
+        if (left >= std::ptrdiff_t{ByteVector::kSize}) {
+            const ByteVector block = ByteVector::Load(c.at);
             block.Widen(c.to);
             special = SpecialBytes<kKind>(block);
             if (special == 0) {
-                c.at += Block::kSize;
-                c.to += Block::kSize;
+                c.at += ByteVector::kSize;
+                c.to += ByteVector::kSize;
                 continue;
             }
         } else {
-            const Block block = Block::LoadPart(c.at, static_cast<std::size_t>(left));
+            const ByteVector block = ByteVector::LoadPart(c.at, static_cast<std::size_t>(left));
             block.Widen(c.to);
             special = SpecialBytes<kKind>(block) | 1u << left;  // the end is special, too
         }
@@ -152,7 +152,7 @@ Cursor DecodePiece(Cursor c, const char* stop, const char* last) noexcept {
 
 template <TextKind kKind>
 void AppendText(const char* first, const char* last, std::u16string& out) {
-    char16_t buffer[kPiece + std::ptrdiff_t{Block::kSize}];
+    char16_t buffer[kPiece + std::ptrdiff_t{ByteVector::kSize}];
     while (first < last) {
         const char* const stop = last - first > kPiece ? first + kPiece : last;
         const Cursor end = DecodePiece<kKind>({first, buffer}, stop, last);

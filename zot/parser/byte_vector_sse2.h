@@ -9,18 +9,18 @@
 
 namespace ZOTParser {
 
-// Sixteen bytes in an SSE2 register, which every x86-64 has; see block_portable.h for what the operations
+// Sixteen bytes in an SSE2 register, which every x86-64 has; see byte_vector_plain.h for what the operations
 // mean.
-class Sse2Block {
+class ByteVectorSse2 {
 public:
     static constexpr std::size_t kSize = 16;
 
-    static Sse2Block Load(const char* at) noexcept {
+    static ByteVectorSse2 Load(const char* at) noexcept {
         return _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     }
 
     // Two reads from both ends, which may overlap, instead of a loop.
-    static Sse2Block LoadPart(const char* at, std::size_t count) noexcept {
+    static ByteVectorSse2 LoadPart(const char* at, std::size_t count) noexcept {
         if (count > 8) {
             // The last eight bytes, shifted until those that the first eight hold already are gone.
             const std::uint64_t high = Read<std::uint64_t>(at + count - 8) >> (8 * (16 - count));
@@ -30,11 +30,17 @@ public:
         return _mm_cvtsi64_si128(static_cast<long long>(LowPart(at, count)));
     }
 
-    Sse2Block Equal(char c) const noexcept { return _mm_cmpeq_epi8(v_, _mm_set1_epi8(c)); }
+    ByteVectorSse2 Equal(char c) const noexcept { return _mm_cmpeq_epi8(v_, _mm_set1_epi8(c)); }
 
-    friend Sse2Block operator|(Sse2Block a, Sse2Block b) noexcept { return _mm_or_si128(a.v_, b.v_); }
+    ByteVectorSse2 AtMost(char c) const noexcept {
+        return _mm_cmpeq_epi8(_mm_min_epu8(v_, _mm_set1_epi8(c)), v_);
+    }
 
-    unsigned TopBits() const noexcept { return static_cast<unsigned>(_mm_movemask_epi8(v_)); }
+    friend ByteVectorSse2 operator|(ByteVectorSse2 a, ByteVectorSse2 b) noexcept {
+        return _mm_or_si128(a.v_, b.v_);
+    }
+
+    unsigned Mask() const noexcept { return static_cast<unsigned>(_mm_movemask_epi8(v_)); }
 
     void Widen(char16_t* to) const noexcept {
         const __m128i zero = _mm_setzero_si128();
@@ -55,7 +61,7 @@ public:
     }
 
 private:
-    Sse2Block(__m128i v) noexcept : v_(v) {}
+    ByteVectorSse2(__m128i v) noexcept : v_(v) {}
 
     template <typename T>
     static T Read(const char* at) noexcept {
@@ -64,13 +70,12 @@ private:
         return value;
     }
 
-    // Up to eight bytes.
+    // One to eight bytes.
     static std::uint64_t LowPart(const char* at, std::size_t count) noexcept {
         if (count >= 4) {
             const std::uint64_t high = Read<std::uint32_t>(at + count - 4);
             return Read<std::uint32_t>(at) | high << (8 * (count - 4));
         }
-        if (count == 0) return 0;
         // One to three bytes: first, middle and last cover them all.
         const std::uint64_t first = static_cast<unsigned char>(at[0]);
         const std::uint64_t middle = static_cast<unsigned char>(at[count / 2]);
