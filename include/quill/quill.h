@@ -13,6 +13,7 @@
 #include <quill/text_extractor.h>
 #include <quill/visitor.h>
 #include <quill/visitor_strategy.h>
+#include <quill/word_count.h>
 #include <zot/charset.h>
 #include <zot/fast_vector.h>
 #include <zot/memory_buffer.h>

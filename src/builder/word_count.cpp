@@ -1,0 +1,12 @@
+#include <quill/word_count.h>
+#include "word_scan.h"
+
+namespace QuillNS {
+
+unsigned int CountWords(const std::u16string& text) {
+    if (text.empty()) return 0;
+    const unsigned int separatorRuns = CountSeparatorRuns(text.data(), text.size());
+    return separatorRuns + (IsWordSeparator(text.back()) ? 0 : 1);
+}
+
+}  // namespace QuillNS

@@ -1,0 +1,9 @@
+#include "word_scan.h"
+
+namespace QuillNS {
+
+unsigned int CountSeparatorRuns(const char16_t* text, std::size_t size) noexcept {
+    return CountSeparatorRunsPlain(text, size, false);
+}
+
+}  // namespace QuillNS
