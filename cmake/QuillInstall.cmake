@@ -4,7 +4,7 @@ include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/quill")
-install(TARGETS quill quill_static EXPORT quillTargets FILE_SET HEADERS FILE_SET inlines)
+install(TARGETS quill quill_static quill_ole EXPORT quillTargets FILE_SET HEADERS FILE_SET inlines)
 install(EXPORT quillTargets NAMESPACE quill:: DESTINATION "${package_dir}")
 
 configure_package_config_file(
@@ -16,5 +16,10 @@ install(FILES "${PROJECT_BINARY_DIR}/quillConfig.cmake" "${PROJECT_BINARY_DIR}/q
 
 set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH prefix_from_pc "/${pc_dir}" "/")
+if(WIN32)
+  set(ole_libs "-lole32 -loleaut32")
+else()
+  set(ole_libs -lquill_ole)
+endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/quill.pc.in" "${PROJECT_BINARY_DIR}/quill.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/quill.pc" DESTINATION "${pc_dir}")
