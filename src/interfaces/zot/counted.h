@@ -10,7 +10,8 @@ namespace ZOT {
 // copies its count: a copy starts at 0, and the target of an assignment keeps its own.
 //
 // A counted class holds one as its first member (right after the virtual table where there is one), mutable,
-// and offers NbRef, AddRef and Release, all const. Add and Sub are atomic with full ordering; Get is a plain read.
+// and offers NbRef, AddRef and Release, all const. Add and Sub are atomic with full ordering; Get is a plain
+// read.
 class SPRefCounter {
 public:
     SPRefCounter() noexcept = default;

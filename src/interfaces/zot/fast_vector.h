@@ -1,9 +1,9 @@
 #pragma once
 
-#include <zot/memory.h>
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
+#include <zot/memory.h>
 
 namespace ZOT {
 

@@ -3,8 +3,8 @@
 #include <atomic>
 #include <zot/export.h>
 
-// The message subsystem. Modules that use it register when they are loaded and take the registration back when they are
-// unloaded; the first one brings the subsystem up, the last one takes it down.
+// The message subsystem. Modules that use it register when they are loaded and take the registration back
+// when they are unloaded; the first one brings the subsystem up, the last one takes it down.
 namespace ZOTMessages {
 
 QUILL_API void Init();

@@ -9,30 +9,30 @@
 #include <zot/stream.h>
 #include <zot/stream_parser.h>
 
-// The HTML parser: bytes in, the tree that a browser builds (WHATWG HTML standard, scripting off) out, each node
-// with its role and its place in the source.
+// The HTML parser: bytes in, the tree that a browser builds (WHATWG HTML standard, scripting off) out, each
+// node with its role and its place in the source.
 
 namespace ZOTParser {
 
 // The keyword ids: the roles that nodes play. They are the low eight bits of a node's keyword word.
 enum KeywordId : unsigned int {
-    kKeywordInline = 1,       // no role: its children count as if they stood in its place
-    kKeywordHead = 3,         // row group
-    kKeywordSkipped = 4,      // nothing below is read
+    kKeywordInline = 1,   // no role: its children count as if they stood in its place
+    kKeywordHead = 3,     // row group
+    kKeywordSkipped = 4,  // nothing below is read
     kKeywordHeading = 5,
-    kKeywordFoot = 9,         // foot row group
+    kKeywordFoot = 9,  // foot row group
     kKeywordList = 11,
     kKeywordBlock = 12,
     kKeywordRow = 15,
     kKeywordListItem = 18,
     kKeywordHeaderCell = 21,
     kKeywordParagraph = 22,
-    kKeywordRule = 23,        // break before
+    kKeywordRule = 23,  // break before
     kKeywordCell = 27,
     kKeywordBreak = 28,
     kKeywordAnchor = 31,
-    kKeywordLegend = 33,      // break after
-    kKeywordBody = 39,        // row group
+    kKeywordLegend = 33,  // break after
+    kKeywordBody = 39,    // row group
     kKeywordDefinition = 40,
     kKeywordAddress = 42,
     kKeywordForm = 44,
@@ -63,8 +63,8 @@ public:
 
     PrtType Type() const noexcept { return type_; }
 
-    // The keyword word of an element with the tag `tag` (an index of the parser's tag list), before its attributes
-    // are looked at.
+    // The keyword word of an element with the tag `tag` (an index of the parser's tag list), before its
+    // attributes are looked at.
     unsigned int Word(unsigned int tag) const noexcept { return words_[tag]; }
 
     static constexpr unsigned int kTags = 256;  // room of the tag list
@@ -76,8 +76,8 @@ private:
 
 // The tree of one document.
 //
-// Its nodes live in one store that is freed when the tree and the last entry taken from it are gone: an entry that is
-// held keeps all nodes alive. Reading is safe from several threads, parsing into it is not.
+// Its nodes live in one store that is freed when the tree and the last entry taken from it are gone: an entry
+// that is held keeps all nodes alive. Reading is safe from several threads, parsing into it is not.
 class QUILL_API HtmlDocTree : public ZOT::PoolObject {
 public:
     class HtmlTreeNode;
@@ -96,7 +96,8 @@ public:
     // The top-level entries: the html element, or nothing.
     ChildRange Entries() const noexcept;
 
-    // Replaces `text` by the text of the document that `kind` names; by nothing for a kind that does not exist.
+    // Replaces `text` by the text of the document that `kind` names; by nothing for a kind that does not
+    // exist.
     void GetText(std::u16string& text, HtmlKeywordTable::NodeAtt kind) const;
 
     // The character set given, or the one found.
@@ -112,8 +113,8 @@ private:
     ZOT::RefCount<HtmlTreeNode> document_;  // the parent of the top-level entries
 };
 
-// One element or text of the tree. 32 bytes, and all nodes of a tree stand in one array; the links are indices into it,
-// 0 for none. Slot 0 is no node: it holds the way to the store.
+// One element or text of the tree. 32 bytes, and all nodes of a tree stand in one array; the links are
+// indices into it, 0 for none. Slot 0 is no node: it holds the way to the store.
 class QUILL_API HtmlDocTree::HtmlTreeNode {
 public:
     HtmlTreeNode(const HtmlTreeNode&) = delete;  // a node is found by its place in the array
@@ -124,19 +125,20 @@ public:
     unsigned int Keyword() const noexcept { return word_ & 0xFF; }
     bool IsLink() const noexcept { return (word_ & kLinkFlag) != 0; }
 
-    // Where the node stands in the UTF-8 text that was parsed, in bytes: a text from its first to its last character,
-    // an element its start tag. 0 and 0 for an element that the page does not spell out.
+    // Where the node stands in the UTF-8 text that was parsed, in bytes: a text from its first to its last
+    // character, an element its start tag. 0 and 0 for an element that the page does not spell out.
     unsigned int SourcePosition() const noexcept { return position_; }
     unsigned int SourceLength() const noexcept { return length_; }
 
     bool HasChildren() const noexcept;
     ChildRange Children() const noexcept;
 
-    // Replaces `text` by the characters of a text node: character references decoded, newlines normalised, invalid bytes
-    // as U+FFFD. Nothing for other nodes.
+    // Replaces `text` by the characters of a text node: character references decoded, newlines normalised,
+    // invalid bytes as U+FFFD. Nothing for other nodes.
     void GetText(std::u16string& text) const;
 
-    // Replaces `value` by the value of the attribute `name` (ASCII, lower case) as UTF-8. Empty: no such attribute, or no value.
+    // Replaces `value` by the value of the attribute `name` (ASCII, lower case) as UTF-8. Empty: no such
+    // attribute, or no value.
     void GetParam(const std::string& name, std::string& value) const;
 
     // A node does not own its memory: deleting one, which the last holder of an entry does, frees the store.
@@ -151,15 +153,15 @@ private:
     unsigned int word_;
     unsigned int position_;
     unsigned int length_;
-    unsigned int index_;   // of this node
+    unsigned int index_;  // of this node
     unsigned int parent_;
-    unsigned int first_;   // first child; a text: its first further piece, see NodeStore
-    unsigned int next_;    // next sibling
-    unsigned int prev_;    // previous sibling; the first child has the last one here
+    unsigned int first_;  // first child; a text: its first further piece, see NodeStore
+    unsigned int next_;   // next sibling
+    unsigned int prev_;   // previous sibling; the first child has the last one here
 };
 
-// Walks the child entries of a node in document order. `*it` is the entry, a counted holder; `it->` reaches the node
-// without touching a count.
+// Walks the child entries of a node in document order. `*it` is the entry, a counted holder; `it->` reaches
+// the node without touching a count.
 class HtmlDocTree::ChildIterator {
 public:
     using iterator_category = std::input_iterator_tag;
@@ -209,7 +211,8 @@ inline HtmlDocTree::ChildRange HtmlDocTree::HtmlTreeNode::Children() const noexc
     return ChildRange(HasChildren() ? this - index_ + first_ : nullptr);
 }
 
-// Parses one page into a tree. The stream, the table and the tree belong to the caller and outlive the parser.
+// Parses one page into a tree. The stream, the table and the tree belong to the caller and outlive the
+// parser.
 class QUILL_API HtmlDocParser : public ZOT::PoolObject {
 public:
     HtmlDocParser(ZOT::BinaryStreamBuf& stream, HtmlKeywordTable& table, HtmlDocTree& tree);
@@ -217,8 +220,9 @@ public:
     HtmlDocParser& operator=(const HtmlDocParser&) = delete;
     ~HtmlDocParser();
 
-    // Reads the stream from its read position to its end and fills the tree, which is empty. True when the tree then
-    // holds a document; false for a page without content, and when memory runs out (the tree stays empty).
+    // Reads the stream from its read position to its end and fills the tree, which is empty. True when the
+    // tree then holds a document; false for a page without content, and when memory runs out (the tree stays
+    // empty).
     bool Parse();
 
 private:

@@ -16,8 +16,8 @@ class RefCount : public PoolObject {
 public:
     RefCount() noexcept = default;
 
-    // Takes over `value`, allocated with `new`; null makes an empty holder. When no count can be allocated the
-    // value is deleted and the holder stays empty.
+    // Takes over `value`, allocated with `new`; null makes an empty holder. When no count can be allocated
+    // the value is deleted and the holder stays empty.
     explicit RefCount(T* value) {
         if (value == nullptr) return;
         count_ = new SharedCount;

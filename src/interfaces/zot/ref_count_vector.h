@@ -5,9 +5,10 @@
 
 namespace ZOT {
 
-// A growable array of owning handles (SmartPtr<T>, RefCount<T>). Every allocated slot is a constructed handle,
-// null while it is spare. Growing moves the handles bytewise, so no reference count is touched.
-// One thread at a time may change it. When memory runs out, Reserve and Append return false and the array stays as it was.
+// A growable array of owning handles (SmartPtr<T>, RefCount<T>). Every allocated slot is a constructed
+// handle, null while it is spare. Growing moves the handles bytewise, so no reference count is touched. One
+// thread at a time may change it. When memory runs out, Reserve and Append return false and the array stays
+// as it was.
 //
 //   begin_                end_              limit_
 //     v                     v                  v

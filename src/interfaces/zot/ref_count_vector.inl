@@ -29,7 +29,8 @@ bool RefCountVector<T, Handle>::Append(const Handle& handle) {
         *end_++ = handle;
         return true;
     }
-    const Handle kept(handle);  // it may stand in this very array
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may stand in this very array
+    const Handle kept(handle);
     if (!Reserve(Size() == 0 ? 1 : 2 * Size())) return false;
     *end_++ = kept;
     return true;

@@ -23,6 +23,7 @@ public:
     }
 
     // Assigning the object already held changes no count.
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the assignment of a pointer looks for it
     SmartPtr& operator=(const SmartPtr& other) { return *this = other.object_; }
     SmartPtr& operator=(T* object) {
         if (object == object_) return *this;

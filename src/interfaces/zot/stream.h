@@ -17,8 +17,8 @@ class QUILL_API BinaryStreamBuf : public PoolObject {
 public:
     virtual ~BinaryStreamBuf();
 
-    // Writes at the write position and moves it. Returns the bytes written, fewer than `count` when the stream
-    // takes no more.
+    // Writes at the write position and moves it. Returns the bytes written, fewer than `count` when the
+    // stream takes no more.
     virtual unsigned int vPut(const void* bytes, unsigned int count) = 0;
     virtual unsigned int vTellP() const = 0;
     // Seeks return false, and move nothing, when the target lies before the start or behind the end.
@@ -42,7 +42,8 @@ public:
     virtual bool vEndOfFile() const = 0;
 
     // Append up to `count` bytes from the read position to `target` and move the read position; return the
-    // bytes copied. A wide string takes the bytes as 16-bit units, low byte first; an odd last byte is left unread.
+    // bytes copied. A wide string takes the bytes as 16-bit units, low byte first; an odd last byte is left
+    // unread.
     virtual unsigned int vCopy(std::u16string& target, unsigned int count) = 0;
     virtual unsigned int vCopy(std::string& target, unsigned int count) = 0;
     virtual unsigned int vCopy(BinaryStreamBuf& target, unsigned int count) = 0;
@@ -60,7 +61,8 @@ public:
     }
 };
 
-// Writes the first `count` units of `text` (all of them when it has fewer), low byte first. Returns the bytes written.
+// Writes the first `count` units of `text` (all of them when it has fewer), low byte first. Returns the bytes
+// written.
 QUILL_API unsigned int Copy(BinaryStreamBuf& target, const std::u16string& text, unsigned int count);
 
 // Holds a stream, and deletes it at the end when it owns it.
