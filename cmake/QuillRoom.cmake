@@ -10,6 +10,7 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 add_library(quill_settings INTERFACE)
 target_compile_options(quill_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+                                                -ffp-contract=off  # the same ranks, to the last bit, on every processor
                                                 $<$<BOOL:${QUILL_WARNINGS_AS_ERRORS}>:-Werror>)
 
 function(_quill_room target)

@@ -1,0 +1,72 @@
+#include "random_tree.h"
+
+#include <iterator>
+
+namespace QuillNS {
+
+namespace {
+
+constexpr unsigned int kMostTables = 60;
+constexpr unsigned int kMostLevels = 12;
+
+class Writer {
+public:
+    explicit Writer(const Choose& choose) : choose_(choose) {}
+
+    std::string Table(unsigned int level) {
+        std::string text = "T" + std::to_string(tables_++) + "{";
+        const unsigned int rows = choose_(3);
+        const unsigned int cols = 1 + choose_(3);
+        for (unsigned int row = 0; row <= rows; ++row) {
+            if (row != 0) text += " ;";
+            for (unsigned int col = 0; col < cols; ++col) text += choose_(5) == 0 ? " ." : " " + Cell(level);
+        }
+        if (choose_(8) == 0) text += " ^" + Cell(level);
+        if (choose_(8) == 0) text += " $" + Cell(level);
+        return text + " }";
+    }
+
+private:
+    std::string Cell(unsigned int level) {
+        std::string text = Counts() + "(";
+        for (unsigned int items = choose_(4); items != 0; --items) text += Item(level);
+        return text + ")";
+    }
+
+    // Never more words in links than words: no cell of a page has that.
+    std::string Counts() {
+        static const unsigned int kWords[] = {0, 1, 2, 3, 10, 10, 25, 100, 100, 1000, 4294967290u};
+        const unsigned int words = kWords[choose_(std::size(kWords))];
+        const unsigned int shares[] = {0, 0, 0, words / 10, words / 2, words - words / 10, words, words};
+        return std::to_string(words) + "/" + std::to_string(shares[choose_(std::size(shares))]);
+    }
+
+    std::string Item(unsigned int level) {
+        static const char* const kTexts[] = {"'a'", "'b\n'", "''", "'c\n\n'", "_"};
+        const bool table = level < kMostLevels && tables_ < kMostTables && choose_(2) == 0;
+        return table ? Table(level + 1) : kTexts[choose_(std::size(kTexts))];
+    }
+
+    const Choose& choose_;
+    unsigned int tables_ = 0;
+};
+
+}  // namespace
+
+std::string RandomTree(const Choose& choose) {
+    return Writer(choose).Table(0);
+}
+
+std::vector<double> RandomTuning(const Choose& choose, const std::vector<double>& ranks) {
+    static const double kThresholds[] = {0.0, 0.05, 0.2, 0.3, 0.453539, 0.5, 0.596276, 0.9, 1.0};
+    std::vector<double> tuning(9);
+    for (double& value : tuning) {
+        const unsigned int choice = choose(2 * std::size(kThresholds));
+        value = choice < std::size(kThresholds) || ranks.empty()
+                    ? kThresholds[choice % std::size(kThresholds)]
+                    : ranks[choose(static_cast<unsigned int>(ranks.size()))];
+    }
+    return tuning;
+}
+
+}  // namespace QuillNS
