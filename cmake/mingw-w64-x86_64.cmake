@@ -12,6 +12,8 @@ set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PACKAGE ONLY)
+list(APPEND CMAKE_MODULE_PATH "${CMAKE_CURRENT_LIST_DIR}/mingw")  # header-only libraries of the build machine
+set(ZLIB_USE_STATIC_LIBS ON)
 
 # The compiler's own libraries go into the programs: nothing to ship or to find beside them.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
