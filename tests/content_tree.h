@@ -35,7 +35,10 @@ public:
     template <class List>
     std::string Names(const List& tables) const {
         std::string names;
-        for (const ZOT::SmartPtr<KTable>& table : tables) names += (names.empty() ? "" : " ") + Name(table);
+        for (const ZOT::SmartPtr<KTable>& table : tables) {
+            if (!names.empty()) names += ' ';
+            names += Name(table);
+        }
         return names;
     }
 

@@ -57,17 +57,20 @@ public:
     using QuillVisitor::Strategy;
 
 protected:
-    void VisitTableInfix(const ZOT::SmartPtr<KTable>& table) override { Note("<" + Name(table)); }
-    void VisitTablePostfix(const ZOT::SmartPtr<KTable>& table) override { Note(Name(table) + ">"); }
-    void VisitCellInfix(const ZOT::SmartPtr<KCell>& cell) override { Note(Position(cell) + "["); }
-    void VisitCellText(const ZOT::SmartPtr<KCellItem>& item) override { Note(Narrow(item->Text())); }
-    void VisitCellPostfix(const ZOT::SmartPtr<KCell>& cell) override { Note("]" + Position(cell)); }
+    void VisitTableInfix(const ZOT::SmartPtr<KTable>& table) override { Note("<", Name(table)); }
+    void VisitTablePostfix(const ZOT::SmartPtr<KTable>& table) override { Note(Name(table), ">"); }
+    void VisitCellInfix(const ZOT::SmartPtr<KCell>& cell) override { Note(Position(cell), "["); }
+    void VisitCellText(const ZOT::SmartPtr<KCellItem>& item) override { Note("", Narrow(item->Text())); }
+    void VisitCellPostfix(const ZOT::SmartPtr<KCell>& cell) override { Note("]", Position(cell)); }
 
 private:
     std::string Name(const ZOT::SmartPtr<KTable>& table) {
         return tree_.Names(std::vector<ZOT::SmartPtr<KTable>>{table});
     }
-    void Note(const std::string& event) { log_ += (log_.empty() ? "" : " ") + event; }
+    void Note(std::string_view event, std::string_view more) {
+        if (!log_.empty()) log_ += ' ';
+        log_.append(event).append(more);
+    }
 
     const ContentTree& tree_;
     std::string log_;

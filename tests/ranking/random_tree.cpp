@@ -1,6 +1,7 @@
 #include "random_tree.h"
 
 #include <iterator>
+#include <utility>
 
 namespace QuillNS {
 
@@ -13,38 +14,55 @@ class Writer {
 public:
     explicit Writer(const Choose& choose) : choose_(choose) {}
 
-    std::string Table(unsigned int level) {
-        std::string text = "T" + std::to_string(tables_++) + "{";
+    void Table(unsigned int level) {
+        text.append("T").append(std::to_string(tables_++)).append("{");
         const unsigned int rows = choose_(3);
         const unsigned int cols = 1 + choose_(3);
         for (unsigned int row = 0; row <= rows; ++row) {
             if (row != 0) text += " ;";
-            for (unsigned int col = 0; col < cols; ++col) text += choose_(5) == 0 ? " ." : " " + Cell(level);
+            for (unsigned int col = 0; col < cols; ++col) Slot(level);
         }
-        if (choose_(8) == 0) text += " ^" + Cell(level);
-        if (choose_(8) == 0) text += " $" + Cell(level);
-        return text + " }";
+        if (choose_(8) == 0) Cell(" ^", level);
+        if (choose_(8) == 0) Cell(" $", level);
+        text += " }";
     }
 
+    std::string text;
+
 private:
-    std::string Cell(unsigned int level) {
-        std::string text = Counts() + "(";
-        for (unsigned int items = choose_(4); items != 0; --items) text += Item(level);
-        return text + ")";
+    void Slot(unsigned int level) {
+        if (choose_(5) == 0) {
+            text += " .";
+        } else {
+            Cell(" ", level);
+        }
+    }
+
+    void Cell(const char* start, unsigned int level) {
+        text += start;
+        Counts();
+        text += '(';
+        for (unsigned int items = choose_(4); items != 0; --items) Item(level);
+        text += ')';
     }
 
     // Never more words in links than words: no cell of a page has that.
-    std::string Counts() {
+    void Counts() {
         static const unsigned int kWords[] = {0, 1, 2, 3, 10, 10, 25, 100, 100, 1000, 4294967290u};
         const unsigned int words = kWords[choose_(std::size(kWords))];
         const unsigned int shares[] = {0, 0, 0, words / 10, words / 2, words - words / 10, words, words};
-        return std::to_string(words) + "/" + std::to_string(shares[choose_(std::size(shares))]);
+        text.append(std::to_string(words))
+            .append("/")
+            .append(std::to_string(shares[choose_(std::size(shares))]));
     }
 
-    std::string Item(unsigned int level) {
+    void Item(unsigned int level) {
         static const char* const kTexts[] = {"'a'", "'b\n'", "''", "'c\n\n'", "_"};
-        const bool table = level < kMostLevels && tables_ < kMostTables && choose_(2) == 0;
-        return table ? Table(level + 1) : kTexts[choose_(std::size(kTexts))];
+        if (level < kMostLevels && tables_ < kMostTables && choose_(2) == 0) {
+            Table(level + 1);
+        } else {
+            text += kTexts[choose_(std::size(kTexts))];
+        }
     }
 
     const Choose& choose_;
