@@ -72,7 +72,9 @@ private:
 }  // namespace
 
 std::string RandomTree(const Choose& choose) {
-    return Writer(choose).Table(0);
+    Writer writer(choose);
+    writer.Table(0);
+    return std::move(writer.text);
 }
 
 std::vector<double> RandomTuning(const Choose& choose, const std::vector<double>& ranks) {
