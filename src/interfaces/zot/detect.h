@@ -15,7 +15,9 @@ namespace ZOT {
 //   5. UTF-8, when the whole page is valid UTF-8 and not all ASCII
 //   6. what the language of the text suggests: a guess of the platform's detection library
 //   7. Windows-1252
-// The conversions keep a byte-order mark as text: skip it.
+// Against a declaration, a page is taken for UTF-8 when it is so from end to end and has more characters that
+// are not ASCII than chance explains. A guess at another encoding of the Latin script than Windows-1252 needs
+// a text with many of its letters. The conversions keep a byte-order mark as text: skip it.
 QUILL_API CHARSET DetectEncoding(const unsigned char* bytes, std::size_t count);
 
 // The encoding that a page declares in its first 1024 bytes, in a `meta` element or an XML declaration, by
