@@ -3,9 +3,11 @@
 // The whole class interface of the library, with the declarations of the ZOT libraries that a host needs for
 // it.
 
+#include <quill/beautify.h>
 #include <quill/cell.h>
 #include <quill/cell_item.h>
 #include <quill/document_type.h>
+#include <quill/partitions.h>
 #include <quill/rank_parameters.h>
 #include <quill/ranked_strategy.h>
 #include <quill/statistics.h>
