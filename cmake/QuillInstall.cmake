@@ -16,10 +16,13 @@ install(FILES "${PROJECT_BINARY_DIR}/quillConfig.cmake" "${PROJECT_BINARY_DIR}/q
 
 set(pc_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH prefix_from_pc "/${pc_dir}" "/")
+string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
 if(WIN32)
   set(ole_libs "-lole32 -loleaut32")
+  set(static_requires "")
 else()
   set(ole_libs -lquill_ole)
+  set(static_requires uchardet)
 endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/quill.pc.in" "${PROJECT_BINARY_DIR}/quill.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/quill.pc" DESTINATION "${pc_dir}")

@@ -12,6 +12,9 @@ add_library(quill_settings INTERFACE)
 target_compile_options(quill_settings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
                                                 -ffp-contract=off  # the same ranks, to the last bit, on every processor
                                                 $<$<BOOL:${QUILL_WARNINGS_AS_ERRORS}>:-Werror>)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+  target_compile_options(quill_settings INTERFACE -Wno-restrict)  # false alarms in std::string: GCC bug 105651
+endif()
 
 function(_quill_room target)
   cmake_parse_arguments(ROOM "" "" "SOURCES;SEES;LINKS" ${ARGN})
