@@ -27,10 +27,6 @@ private:
     std::size_t lines_ = 0;
 };
 
-bool ShowsNothing(char16_t unit) {
-    return unit < 0x20 || unit == 0x7F || unit == 0xAD || unit == 0x200B || unit == 0xFEFF;
-}
-
 }  // namespace
 
 void BeautifyString(const std::u16string& raw, std::u16string& clean, bool keepLines, bool cleanControls) {

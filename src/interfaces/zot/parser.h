@@ -63,8 +63,8 @@ public:
 
     PrtType Type() const noexcept { return type_; }
 
-    // The keyword word of an element with the tag `tag` (an index of the parser's tag list), before its
-    // attributes are looked at.
+    // The keyword word of an element with the tag `tag` (an index of the parser's tag list). Its link flag says
+    // that the element is a link if it has an address (`href`).
     unsigned int Word(unsigned int tag) const noexcept { return words_[tag]; }
 
     static constexpr unsigned int kTags = 256;  // room of the tag list
@@ -226,6 +226,8 @@ public:
     bool Parse();
 
 private:
+    unsigned char* ReadSource(unsigned int& size);
+
     ZOTFile::BinaryStreamParser* reader_;
     HtmlKeywordTable& table_;
     HtmlDocTree& tree_;

@@ -1,0 +1,248 @@
+#pragma once
+
+#include <zot/fast_vector.h>
+#include <zot/parser.h>
+
+#include "attribute_reader.h"
+#include "tag.h"
+#include "text_decoder.h"
+
+namespace ZOTParser {
+
+using Node = HtmlDocTree::HtmlTreeNode;
+
+// A node by its place in the array of the store.
+using NodeIndex = unsigned int;
+constexpr NodeIndex kNoNode = 0;
+constexpr NodeIndex kDocumentNode = 1;
+// Handed out when memory is out. The tree is thrown away then, so it does not matter what becomes of this
+// one.
+constexpr NodeIndex kSpareNode = 2;
+constexpr NodeIndex kFirstNode = 3;
+
+// Positions, and a little room behind the last one, fit 32 bits.
+constexpr unsigned int kLongestSource = 0xFFFFFFFFu - kSourcePadding;
+
+enum class NodeType : unsigned int { kElement, kText, kComment, kDoctype, kBreak };
+
+// Owns the source and the nodes of a tree.
+//
+// An element's attributes and a comment's data are not stored: they are read from the source at the node's
+// position when somebody asks. A text node that is one span of the source is just that; one whose characters
+// stand in several places has a list of pieces. All positions are byte offsets into the source.
+//
+// When memory runs out, Failed() turns true and stays so.
+class NodeStore : public ZOT::PoolObject {
+public:
+    // The store of a node that is in one.
+    static NodeStore* Of(const Node& node) noexcept;
+
+    NodeStore() noexcept = default;
+    NodeStore(const NodeStore&) = delete;  // one page, one store
+    NodeStore& operator=(const NodeStore&) = delete;
+    ~NodeStore();
+
+    // Takes over `source` (pool memory, `size` bytes and kSourcePadding readable ones behind them) and makes
+    // the document node. False when memory runs out; the source is then freed.
+    bool Init(unsigned char* source, unsigned int size);
+
+    const char* Source() const noexcept { return source_; }
+    const char* SourceEnd() const noexcept { return source_ + size_; }
+    unsigned int SourceSize() const noexcept { return size_; }
+    unsigned int PositionOf(const char* at) const noexcept { return static_cast<unsigned int>(at - source_); }
+    bool Failed() const noexcept { return failed_; }
+
+    // The document node as its first holder. From then on the store belongs to its holders: the last one
+    // deletes it.
+    ZOT::RefCount<Node> HandOut() noexcept {
+        handedOut_ = true;
+        return {holders_, &nodes_[kDocumentNode]};
+    }
+    // A further holder of a store that was handed out.
+    ZOT::RefCount<Node> Entry(NodeIndex node) const noexcept { return {holders_, &nodes_[node]}; }
+
+    // Nodes made so far, and where the next one goes.
+    NodeIndex End() const noexcept { return count_; }
+    Node& operator[](NodeIndex index) noexcept { return nodes_[index]; }
+    const Node& operator[](NodeIndex index) const noexcept { return nodes_[index]; }
+
+    // `word` holds the keyword id and the link flag; the rest of it is made here.
+    NodeIndex NewElement(Tag tag, Namespace ns, unsigned int word, unsigned int position,
+                         unsigned int length) noexcept {
+        return NewNode(word | WordOf(NodeType::kElement) | static_cast<unsigned int>(tag) << kTagShift |
+                           static_cast<unsigned int>(ns) << kNamespaceShift,
+                       position, length);
+    }
+    // An element like another one, without its children and its place in the tree.
+    NodeIndex Clone(NodeIndex element) noexcept {
+        const NodeHead head = HeadOf(element);  // making a node may move the array
+        return NewNode(head.word, head.position, head.length);
+    }
+    NodeIndex NewText(TextKind kind, unsigned int position, unsigned int length) noexcept {
+        return NewNode(
+            kKeywordText | WordOf(NodeType::kText) | static_cast<unsigned int>(kind) << kTextKindShift,
+            position, length);
+    }
+    // Comments and doctypes: `position` and `length` are those of the data.
+    NodeIndex NewOther(NodeType type, unsigned int position, unsigned int length) noexcept {
+        return NewNode(WordOf(type), position, length);
+    }
+    NodeIndex NewBreak() noexcept { return NewNode(kKeywordBreak | WordOf(NodeType::kBreak), 0, 0); }
+
+    NodeType TypeOf(NodeIndex node) const noexcept {
+        return static_cast<NodeType>(nodes_[node].word_ >> kTypeShift & kTypeMask);
+    }
+    Tag TagOf(NodeIndex node) const noexcept {
+        return static_cast<Tag>(nodes_[node].word_ >> kTagShift & 0xFF);
+    }
+    Namespace NamespaceOf(NodeIndex node) const noexcept {
+        return static_cast<Namespace>(nodes_[node].word_ >> kNamespaceShift & 3);
+    }
+    TextKind TextKindOf(NodeIndex node) const noexcept {
+        return static_cast<TextKind>(nodes_[node].word_ >> kTextKindShift & 3);
+    }
+
+    NodeIndex Parent(NodeIndex node) const noexcept { return nodes_[node].parent_; }
+    NodeIndex FirstChild(NodeIndex node) const noexcept {
+        return TypeOf(node) == NodeType::kText ? kNoNode : nodes_[node].first_;
+    }
+    NodeIndex NextSibling(NodeIndex node) const noexcept { return nodes_[node].next_; }
+    NodeIndex PreviousSibling(NodeIndex node) const noexcept {
+        return nodes_[nodes_[node].parent_].first_ == node ? kNoNode : nodes_[node].prev_;
+    }
+    NodeIndex LastChild(NodeIndex node) const noexcept {
+        const NodeIndex first = nodes_[node].first_;
+        return first == kNoNode ? kNoNode : nodes_[first].prev_;
+    }
+
+    // Links a node that has no place yet.
+    void Append(NodeIndex parent, NodeIndex child) noexcept;
+    void InsertBefore(NodeIndex next, NodeIndex child) noexcept;
+    // Takes a node out of its place, if it has one. Its children stay with it.
+    void Remove(NodeIndex node) noexcept;
+    // Appends all children of `from` to `to`, in order.
+    void MoveChildren(NodeIndex from, NodeIndex to) noexcept;
+    // Lifts what lies deeper than `depth` elements below the document up to that depth, in document order.
+    void LimitDepth(unsigned int depth) noexcept;
+
+    // Appends characters to a text node.
+    void AppendToText(NodeIndex text, TextKind kind, unsigned int position, unsigned int length) noexcept;
+    // No more characters go into the text: something that is not delivered follows it.
+    void CloseText(NodeIndex text) noexcept { nodes_[text].word_ |= kClosedText; }
+    bool IsOpenText(NodeIndex node) const noexcept {
+        return TypeOf(node) == NodeType::kText && (nodes_[node].word_ & kClosedText) == 0;
+    }
+    void GetText(const Node& text, std::u16string& out) const;
+
+    // The attributes of a later tag that count for an element that is there already (html and body), behind
+    // its own.
+    void MergeAttributes(NodeIndex element, unsigned int position) noexcept;
+    // Calls visit(const Attribute&) for the element's attributes, in the order in which they count, until it
+    // returns false. Of several with one name the first one counts.
+    template <class Visit>
+    void VisitAttributes(const Node& element, Visit visit) const;
+
+    bool HasAttribute(NodeIndex element, std::string_view name) const noexcept;
+
+    // The element's name as the page spells it; for one that the page does not spell out, as the standard
+    // does.
+    std::string_view Name(NodeIndex element) const noexcept;
+
+private:
+    static constexpr unsigned int kTagShift = 8;
+    static constexpr unsigned int kNamespaceShift = 16;
+    static constexpr unsigned int kTypeShift = 19;
+    static constexpr unsigned int kTypeMask = 7;
+    static constexpr unsigned int kTextKindShift = 22;
+    static constexpr unsigned int kClosedText = 1u << 24;
+    static constexpr unsigned int kPieces = 1u << 25;  // first_ is the first piece of a list
+
+    struct TextPiece {
+        unsigned int position;
+        unsigned int length;
+        TextKind kind;
+        unsigned int next;  // 0: the last one
+        unsigned int tail;  // of the first piece: the last one
+    };
+    struct MergedTag {
+        NodeIndex element;
+        unsigned int position;
+    };
+
+    static constexpr unsigned int WordOf(NodeType type) noexcept {
+        return static_cast<unsigned int>(type) << kTypeShift;
+    }
+
+    NodeIndex NewNode(unsigned int word, unsigned int position, unsigned int length) noexcept {
+        if (count_ == capacity_) [[unlikely]] {
+            if (!Grow()) return kSpareNode;
+        }
+        Node& node = nodes_[count_];
+        node.word_ = word;
+        node.position_ = position;
+        node.length_ = length;
+        node.index_ = count_;
+        node.parent_ = node.first_ = node.next_ = node.prev_ = kNoNode;
+        return count_++;
+    }
+    struct NodeHead {
+        unsigned int word, position, length;
+    };
+    NodeHead HeadOf(NodeIndex node) const noexcept {
+        return {nodes_[node].word_, nodes_[node].position_, nodes_[node].length_};
+    }
+    bool Grow() noexcept;
+    bool Fail() noexcept {
+        failed_ = true;
+        return false;
+    }
+    unsigned int NewPiece(TextKind kind, unsigned int position, unsigned int length) noexcept;
+    template <class Visit>
+    bool VisitTag(unsigned int position, Visit& visit) const;
+
+    ZOT::SharedCount* holders_ = nullptr;  // its last holder deletes it
+    bool handedOut_ = false;
+    char* source_ = nullptr;
+    unsigned int size_ = 0;
+    Node* nodes_ = nullptr;
+    unsigned int count_ = 0;
+    unsigned int capacity_ = 0;
+    bool failed_ = false;
+    ZOT::FastVector<TextPiece> pieces_;
+    ZOT::FastVector<MergedTag> merged_;
+};
+
+inline void NodeStore::Append(NodeIndex parent, NodeIndex child) noexcept {
+    Node& up = nodes_[parent];
+    Node& node = nodes_[child];
+    node.parent_ = parent;
+    node.next_ = kNoNode;
+    if (up.first_ == kNoNode) {
+        up.first_ = node.prev_ = child;
+        return;
+    }
+    Node& first = nodes_[up.first_];
+    node.prev_ = first.prev_;
+    nodes_[first.prev_].next_ = child;
+    first.prev_ = child;
+}
+
+template <class Visit>
+bool NodeStore::VisitTag(unsigned int position, Visit& visit) const {
+    AttributeReader reader(FindTagNameEnd(source_ + position + 1, SourceEnd()), SourceEnd());
+    Attribute attribute;
+    while (reader.Next(attribute)) {
+        if (!visit(static_cast<const Attribute&>(attribute))) return false;
+    }
+    return true;
+}
+
+template <class Visit>
+void NodeStore::VisitAttributes(const Node& element, Visit visit) const {
+    if (element.length_ != 0 && !VisitTag(element.position_, visit)) return;
+    for (const MergedTag& tag : merged_) {
+        if (tag.element == element.index_ && !VisitTag(tag.position, visit)) return;
+    }
+}
+
+}  // namespace ZOTParser

@@ -1,0 +1,192 @@
+#include "tokenizer.h"
+
+#include <cstring>
+
+namespace ZOTParser {
+namespace {
+
+constexpr char LowerCase(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+bool StartsWith(const char* at, const char* end, std::string_view word) noexcept {
+    return static_cast<std::size_t>(end - at) >= word.size() &&
+           std::memcmp(at, word.data(), word.size()) == 0;
+}
+
+std::uint8_t BitOf(Span name) noexcept {
+    if (name.Size() != 4) return 0;
+    if (StartsWithIgnoringCase(name.first, name.last, "href")) return kHasHref;
+    if (StartsWithIgnoringCase(name.first, name.last, "type")) return kHasType;
+    return 0;
+}
+
+}  // namespace
+
+bool StartsWithIgnoringCase(const char* at, const char* end, std::string_view word) noexcept {
+    if (static_cast<std::size_t>(end - at) < word.size()) return false;
+    for (const char c : word) {
+        if (LowerCase(*at++) != c) return false;
+    }
+    return true;
+}
+
+bool SameIgnoringCase(Span a, Span b) noexcept {
+    if (a.Size() != b.Size()) return false;
+    for (std::size_t i = 0; i < a.Size(); ++i) {
+        if (LowerCase(a.first[i]) != LowerCase(b.first[i])) return false;
+    }
+    return true;
+}
+
+bool StartsWithTagName(const char* at, const char* end, std::string_view word) noexcept {
+    if (!StartsWithIgnoringCase(at, end, word)) return false;
+    at += word.size();
+    return at < end && (*at == '>' || *at == '/' || IsHtmlSpace(*at));
+}
+
+bool Tokenizer::Attributes(Token& token) noexcept {
+    AttributeReader reader(token.content.last, end_);
+    Attribute attribute;
+    while (reader.Next(attribute)) token.attributes |= BitOf(attribute.name);
+    at_ = reader.Position();
+    token.span.last = at_;
+    token.selfClosing = reader.SelfClosing();
+    return !reader.AtEnd();
+}
+
+bool Tokenizer::EndTagOpen(Token& token) noexcept {
+    const char* const name = at_ + 2;
+    if (name >= end_) return Text(token, end_, TextKind::kData);
+    if (IsLetter(*name)) return TagToken(token, TokenKind::kEndTag, name);
+    if (*name != '>') return BogusComment(token, name);
+    at_ = name + 1;  // "</>" is nothing
+    return true;
+}
+
+bool Tokenizer::MarkupDeclaration(Token& token) noexcept {
+    const char* const at = at_ + 2;
+    if (StartsWith(at, end_, "--")) return Comment(token);
+    if (StartsWithIgnoringCase(at, end_, "doctype")) {
+        BogusComment(token, at + 7);  // a doctype ends like a bogus comment, inside its quotes too
+        token.kind = TokenKind::kDoctype;
+        return true;
+    }
+    if (allowCdata_ && StartsWith(at, end_, "[CDATA[")) {
+        at_ = at + 7;
+        state_ = TokenizerState::kCdataSection;
+        return true;
+    }
+    return BogusComment(token, at);
+}
+
+bool Tokenizer::Comment(Token& token) noexcept {
+    const char* const data = at_ + 4;
+    if (StartsWith(data, end_, ">")) return CommentToken(token, Span{data, data}, data + 1);
+    if (StartsWith(data, end_, "->")) return CommentToken(token, Span{data, data}, data + 2);
+    for (const char* at = FindByte(data, end_, '>'); at < end_; at = FindByte(at + 1, end_, '>')) {
+        if (at - data >= 2 && at[-1] == '-' && at[-2] == '-')
+            return CommentToken(token, Span{data, at - 2}, at + 1);
+        if (at - data >= 3 && at[-1] == '!' && at[-2] == '-' && at[-3] == '-') {
+            return CommentToken(token, Span{data, at - 3}, at + 1);
+        }
+    }
+    // The source ends in the comment; what could have begun its end is not part of it.
+    const char* last = end_;
+    if (last - data >= 3 && last[-1] == '!' && last[-2] == '-' && last[-3] == '-') {
+        last -= 3;
+    } else {
+        for (int dashes = 0; dashes < 2 && last > data && last[-1] == '-'; ++dashes) --last;
+    }
+    return CommentToken(token, Span{data, last}, end_);
+}
+
+bool Tokenizer::BogusComment(Token& token, const char* data) noexcept {
+    const char* const last = FindByte(data, end_, '>');
+    return CommentToken(token, Span{data, last}, last < end_ ? last + 1 : end_);
+}
+
+bool Tokenizer::CommentToken(Token& token, Span data, const char* next) noexcept {
+    token.kind = TokenKind::kComment;
+    token.content = data;
+    token.span = Span{at_, next};
+    at_ = next;
+    return true;
+}
+
+bool Tokenizer::StepInState(Token& token) noexcept {
+    switch (state_) {
+        case TokenizerState::kData: break;  // not here
+        case TokenizerState::kRcdata: return RawText(token, TextKind::kReplaceNul);
+        case TokenizerState::kRawtext:
+        case TokenizerState::kScriptData: return RawText(token, TextKind::kRaw);
+        case TokenizerState::kPlaintext: return Text(token, end_, TextKind::kRaw);
+        case TokenizerState::kCdataSection: return CdataSection(token);
+    }
+    return true;
+}
+
+// RCDATA, RAWTEXT and script data: text up to the end tag, then the end tag and the data state.
+bool Tokenizer::RawText(Token& token, TextKind kind) noexcept {
+    const char* const last = state_ == TokenizerState::kScriptData ? FindScriptEnd() : FindEndTag(at_);
+    if (last != at_) return Text(token, last, kind);
+    state_ = TokenizerState::kData;
+    return TagToken(token, TokenKind::kEndTag, at_ + 2);
+}
+
+bool Tokenizer::CdataSection(Token& token) noexcept {
+    state_ = TokenizerState::kData;
+    const char* last = at_;
+    for (;; ++last) {
+        last = FindByte(last, end_, ']');
+        if (last >= end_ || StartsWith(last, end_, "]]>")) break;
+    }
+    const char* const next = last < end_ ? last + 3 : end_;
+    if (last != at_) Text(token, last, TextKind::kRaw);
+    at_ = next;
+    return true;
+}
+
+bool Tokenizer::IsEndTag(const char* at) const noexcept {
+    return !lastStartTag_.empty() && at + 1 < end_ && at[1] == '/' &&
+           StartsWithTagName(at + 2, end_, lastStartTag_);
+}
+
+const char* Tokenizer::FindEndTag(const char* at) const noexcept {
+    for (at = FindByte(at, end_, '<'); at < end_ && !IsEndTag(at);) at = FindByte(at + 1, end_, '<');
+    return at;
+}
+
+// A script that opens a comment is escaped until the comment closes; a <script> inside is double escaped and
+// keeps its own end tag. https://html.spec.whatwg.org/multipage/parsing.html#script-data-escaped-state and
+// the states after it
+const char* Tokenizer::FindScriptEnd() const noexcept {
+    enum { kPlain, kEscaped, kDoubleEscaped } escape = kPlain;
+    const char* at = at_;
+    const char* dashes = at_;  // "-->" counts from here on: behind the "<!" that escaped
+    while (at < end_) {
+        const char* const lessThan = FindByte(at, end_, '<');
+        if (escape != kPlain) {
+            const char* close = FindByte(at, lessThan, '>');
+            while (close < lessThan && !(close - dashes >= 2 && close[-1] == '-' && close[-2] == '-')) {
+                close = FindByte(close + 1, lessThan, '>');
+            }
+            if (close < lessThan) escape = kPlain;
+        }
+        if (lessThan >= end_) break;
+        at = lessThan + 1;
+        if (escape == kDoubleEscaped) {
+            if (at < end_ && *at == '/' && StartsWithTagName(at + 1, end_, "script")) escape = kEscaped;
+        } else if (IsEndTag(lessThan)) {
+            return lessThan;
+        } else if (escape == kEscaped) {
+            if (StartsWithTagName(at, end_, "script")) escape = kDoubleEscaped;
+        } else if (StartsWith(at, end_, "!--")) {
+            escape = kEscaped;
+            dashes = at + 1;
+        }
+    }
+    return end_;
+}
+
+}  // namespace ZOTParser
