@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <zot/conv.h>
@@ -78,6 +80,22 @@ const Case kCases[] = {
     {ZOT::kCharsetWindows1253, "\xAA\xE1", R "\xCE\xB1"},
     {ZOT::kCharsetIso8859_8I, "\xE0", "\xD7\x90"},
     {ZOT::kCharsetUserDefined, "a\x80\xFF", "a\xEF\x9E\x80\xEF\x9F\xBF"},
+    {ZOT::kCharsetShiftJis, "\x93\xFA\x96\x7B \xB1\x80", "\xE6\x97\xA5\xE6\x9C\xAC \xEF\xBD\xB1\xC2\x80"},
+    {ZOT::kCharsetEucJp, "\xC6\xFC\xCB\xDC\x8E\xB1\x8F\xB0\xA1",
+     "\xE6\x97\xA5\xE6\x9C\xAC\xEF\xBD\xB1\xE4\xB8\x82"},
+    {ZOT::kCharsetEucJp, "\x8F\xA1<\x8E<\xA1<\x8F", R "<" R "<" R "<" R},
+    {ZOT::kCharsetIso2022Jp, "a\x1B$BF|K\\\x1B(J\\~\x1B(I1\x1B(Bb",
+     "a\xE6\x97\xA5\xE6\x9C\xAC\xC2\xA5\xE2\x80\xBE\xEF\xBD\xB1"
+     "b"},
+    {ZOT::kCharsetIso2022Jp, "\x1B$B\x1B(Bx\x1Bz\x1B$", R "x" R "z" R "$"},
+    {ZOT::kCharsetGbk, "\xC4\xE3\xBA\xC3\x80", "\xE4\xBD\xA0\xE5\xA5\xBD\xE2\x82\xAC"},
+    {ZOT::kCharsetGb18030, "\x81\x30\x81\x30\x90\x30\x81\x30\xFE\x39\xFE\x39", "\xC2\x80\xF0\x90\x80\x80" R},
+    {ZOT::kCharsetGb18030, "\x81\x30\x81<\x81\x30<\x81<", R "0" R "<" R "0<" R "<"},
+    {ZOT::kCharsetBig5, "\xA7\x41\xA6\x6E\x88\x62", "\xE4\xBD\xA0\xE5\xA5\xBD\xC3\x8A\xCC\x84"},
+    {ZOT::kCharsetBig5, "\xA1<p>\xFF\xA1", R "<p>" R R},
+    {ZOT::kCharsetEucKr, "\xC7\xD1\xB1\xDB\xC9<\xFE\xFE", "\xED\x95\x9C\xEA\xB8\x80" R "<" R},
+    {ZOT::kCharsetReplacement, "anything", R},
+    {ZOT::kCharsetReplacement, "", ""},
     {ZOT::CHARSET(20127), "\x80", "\xE2\x82\xAC"},
     {ZOT::CHARSET(12345), "\x80", "\xE2\x82\xAC"},
 };
@@ -105,6 +123,59 @@ TEST(Conv, GivesTheSameInPiecesAndThroughHalves) {
             EXPECT_EQ(Chunked(halves, c.bytes, step), c.utf8) << c.from << " " << step;
         }
     }
+}
+
+// FNV-1a, 64 bits.
+std::uint64_t Digest(const std::string& bytes) {
+    std::uint64_t digest = 0xCBF29CE484222325;
+    for (const char byte : bytes) digest = (digest ^ static_cast<unsigned char>(byte)) * 0x100000001B3;
+    return digest;
+}
+
+// Every sequence of bytes in these ranges, one range after the other.
+std::string Sequences(const std::vector<std::pair<int, int>>& ranges) {
+    std::vector<std::string> sequences = {""};
+    for (const auto& [first, last] : ranges) {
+        std::vector<std::string> longer;
+        for (const std::string& sequence : sequences) {
+            for (int byte = first; byte <= last; ++byte) longer.push_back(sequence + static_cast<char>(byte));
+        }
+        sequences = std::move(longer);
+    }
+    std::string all;
+    for (const std::string& sequence : sequences) all += sequence;
+    return all;
+}
+
+// Digests of what another implementation of the standard makes of the same bytes.
+TEST(ToUtf8, HasTheIndexesOfTheStandard) {
+    const std::string pairs = Sequences({{0x80, 0xFF}, {0x30, 0xFF}, {'\n', '\n'}});
+    struct Index {
+        ZOT::CHARSET charset;
+        std::string bytes;
+        std::uint64_t digest;
+    };
+    const Index indexes[] = {
+        {ZOT::kCharsetBig5, pairs, 0x30C86551108FD50C},
+        {ZOT::kCharsetGbk, pairs, 0x4332A6107BDA573E},
+        {ZOT::kCharsetGb18030, pairs, 0x4332A6107BDA573E},
+        {ZOT::kCharsetGb18030, Sequences({{0x81, 0x84}, {'0', '9'}, {0x81, 0xFE}, {'0', '9'}}),
+         0xD7651DF32C1680D6},
+        {ZOT::kCharsetEucKr, pairs, 0x98437601FA383D08},
+        {ZOT::kCharsetEucJp, pairs, 0xA746E93EEB339425},
+        {ZOT::kCharsetEucJp, Sequences({{0x8F, 0x8F}, {0xA1, 0xFE}, {0xA1, 0xFE}}), 0x6D03049F983CF0EB},
+        {ZOT::kCharsetShiftJis, pairs, 0x9106D1AF0D970C81},
+        {ZOT::kCharsetIso2022Jp, "\x1B$B" + Sequences({{0x21, 0x7E}, {0x21, 0x7E}}), 0x0F191C1C356BB12A},
+    };
+    for (const Index& c : indexes) EXPECT_EQ(Digest(ToUtf8(c.charset, c.bytes)), c.digest) << c.charset;
+
+    std::string singles;
+    for (const int charset : {866,   28592, 28593, 28594, 28595, 28596, 28597, 28598, 38598, 28600,
+                              28603, 28604, 28605, 28606, 20866, 21866, 10000, 874,   1250,  1251,
+                              1252,  1253,  1254,  1255,  1256,  1257,  1258,  10007, 100000}) {
+        singles += ToUtf8(static_cast<ZOT::CHARSET>(charset), Sequences({{0, 0xFF}}));
+    }
+    EXPECT_EQ(Digest(singles), 0x9D24A0FD722EF058u);
 }
 
 TEST(Conv, LeavesAnIncompleteCharacterUnconsumed) {

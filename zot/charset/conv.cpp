@@ -8,6 +8,7 @@
 
 #include "encoding_number.h"
 #include "from_wide.h"
+#include "multi_byte.h"
 #include "native_block.h"
 #include "single_byte_tables.h"
 #include "to_utf8.h"
@@ -29,11 +30,16 @@ void Fast(const void* source, unsigned int sourceSize, unsigned int& sourceUsed,
 }
 
 template <auto kConversion>
-void Decode(ConversionState&, const unsigned char* source, unsigned int sourceSize, unsigned int& sourceUsed,
-            char16_t* target, unsigned int targetUnits, unsigned int& targetUsed, bool last) {
+void Decode(ConversionState& state, const unsigned char* source, unsigned int sourceSize,
+            unsigned int& sourceUsed, char16_t* target, unsigned int targetUnits, unsigned int& targetUsed,
+            bool last) {
     Bytes from(source, sourceSize);
     UnitRoom to(target, targetUnits);
-    kConversion(from, to, last);
+    if constexpr (requires { kConversion(state, from, to, last); }) {
+        kConversion(state, from, to, last);
+    } else {
+        kConversion(from, to, last);
+    }
     sourceUsed = sourceSize - static_cast<unsigned int>(from.Left());
     targetUsed = targetUnits - static_cast<unsigned int>(to.Left());
 }
@@ -95,11 +101,24 @@ Functions SingleByteFunctions(ZOT::CHARSET charset) {
                : kSingleByte[static_cast<std::size_t>(found - kSingleByteTables)];
 }
 
+template <auto kConversion>
+constexpr Functions DecodeOnly() {
+    return {nullptr, Decode<kConversion>, nullptr};
+}
+
 Functions FunctionsOf(ZOT::CHARSET charset) {
     switch (const ZOT::CHARSET encoding = EncodingNumber(charset)) {
         case ZOT::kCharsetUtf8: return kUtf8;
         case ZOT::kCharsetUtf16Be: return kUtf16Be;
         case ZOT::kCharsetUtf16Le: return kUtf16Le;
+        case ZOT::kCharsetBig5: return DecodeOnly<DecodeBig5>();
+        case ZOT::kCharsetGbk:
+        case ZOT::kCharsetGb18030: return DecodeOnly<DecodeGb18030>();
+        case ZOT::kCharsetEucKr: return DecodeOnly<DecodeEucKr>();
+        case ZOT::kCharsetEucJp: return DecodeOnly<DecodeEucJp>();
+        case ZOT::kCharsetShiftJis: return DecodeOnly<DecodeShiftJis>();
+        case ZOT::kCharsetIso2022Jp: return DecodeOnly<DecodeIso2022Jp>();
+        case ZOT::kCharsetReplacement: return DecodeOnly<DecodeReplacement>();
         default: return SingleByteFunctions(encoding);
     }
 }

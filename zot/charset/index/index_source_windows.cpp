@@ -1,0 +1,39 @@
+#include <iterator>
+
+#include <windows.h>
+
+#include "index_source.h"
+
+namespace ZOTCharset {
+
+namespace {
+
+constexpr UINT kCodePages[] = {950, 936, 949, 932, 20932};
+
+}  // namespace
+
+IndexSource::IndexSource(SourceEncoding encoding)
+    : descriptor_(const_cast<UINT*>(&kCodePages[static_cast<std::size_t>(encoding)])) {}
+
+IndexSource::~IndexSource() = default;
+
+char32_t IndexSource::Decode(const unsigned char* bytes, std::size_t count) {
+    const UINT codePage = *static_cast<const UINT*>(descriptor_);
+    // 20932 writes JIS X 0212 with two bytes: the second one loses its upper bit instead of the lead byte
+    // 0x8F.
+    unsigned char shorter[2] = {};
+    if (count == 3) {
+        shorter[0] = bytes[1];
+        shorter[1] = bytes[2] & 0x7F;
+        bytes = shorter;
+        count = 2;
+    }
+    WCHAR units[4];
+    const int made = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, reinterpret_cast<const char*>(bytes),
+                                         static_cast<int>(count), units, static_cast<int>(std::size(units)));
+    if (made == 1) return units[0];
+    if (made != 2 || !IS_SURROGATE_PAIR(units[0], units[1])) return 0;
+    return 0x10000 + ((units[0] & 0x3FFu) << 10) + (units[1] & 0x3FFu);
+}
+
+}  // namespace ZOTCharset
