@@ -14,6 +14,7 @@ void QuillVisitor::ParseTree(const ZOT::SmartPtr<KTable>& root,
     ParseTree(root);
 }
 
+// Cells and nested tables are held while they are walked: a hook may put others in their place.
 void QuillVisitor::ParseTable(const ZOT::SmartPtr<KTable>& table) {
     const bool tableGood = strategy_->IsGoodTable(table);
     if (tableGood) VisitTableInfix(table);
@@ -29,8 +30,7 @@ void QuillVisitor::ParseCell(const ZOT::SmartPtr<KCell>& cell, bool tableGood) {
     // Asked about in any table.
     const bool good = strategy_->IsGoodCell(cell) && tableGood;
     if (good) VisitCellInfix(cell);
-    for (const ZOT::SmartPtr<KCellItem>& entry : *cell) {
-        const ZOT::SmartPtr<KCellItem> item(entry);  // held while hooks look at it
+    for (const ZOT::SmartPtr<KCellItem>& item : *cell) {  // a held cell never lets go of an item
         if (good && item->IsText()) {
             if (strategy_->IsGoodCellItem(item)) VisitCellText(item);
         } else if (item->IsTable()) {

@@ -1,5 +1,6 @@
 #include "select_winners.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <random>
 #include <quill/text_extractor.h>
@@ -84,6 +85,20 @@ TEST(SelectWinners, CutoffIsTheBestLessItsFraction) {
     const double fraction = 1.0 - b / a;
     EXPECT_EQ(Winners(tree, {0.4, fraction + 1e-9, 9.0}), " A B");
     EXPECT_EQ(Winners(tree, {0.4, fraction - 1e-9, 9.0}), " A");
+}
+
+TEST(SelectWinners, CutoffRoundsTheProductBeforeItIsSubtracted) {
+    for (int words = 40; words < 90; ++words) {
+        const ContentTree tree("R{ (A{ 100 } B{ " + std::to_string(words) + " }) }");
+        const double a = RankOf(tree, "A");
+        const double b = RankOf(tree, "B");
+        double fraction = 1.0 - b / a - 1e-15;
+        for (int step = 0; step < 30; ++step, fraction = std::nextafter(fraction, 1.0)) {
+            const double product = fraction * a;
+            EXPECT_EQ(Winners(tree, {b, fraction, 9.0}), b >= a - product ? " A B" : " A")
+                << words << " " << step;
+        }
+    }
 }
 
 TEST(SelectWinners, TablesOfEqualRankWinTogether) {
