@@ -130,11 +130,6 @@ bool Load(std::string_view source, NodeStore& nodes) {
     return nodes.Init(bytes, static_cast<unsigned>(source.size()));
 }
 
-const ZOTParser::HtmlKeywordTable& Keywords() {
-    static const ZOTParser::HtmlKeywordTable table(ZOTParser::HtmlKeywordTable::kTableReading);
-    return table;
-}
-
 // Takes the prefix of a foreign context from `name`.
 Namespace TakeNamespace(std::string_view& name) {
     const auto take = [&name](std::string_view prefix) {
@@ -150,7 +145,7 @@ Namespace TakeNamespace(std::string_view& name) {
 std::string DumpDocument(std::string_view page) {
     NodeStore nodes;
     if (!Load(page, nodes)) return "out of memory";
-    ZOTParser::TreeBuilder(nodes, Keywords(), {.keepAll = true}).Run(0);
+    ZOTParser::TreeBuilder(nodes, {.keepAll = true}).Run(0);
     return TreeDump(nodes).Children(ZOTParser::kDocumentNode, 0);
 }
 
@@ -161,7 +156,7 @@ std::string DumpFragment(std::string_view fragment, std::string_view context) {
     std::string name(context);
     const std::size_t length = name.size();
     name.resize(length + ZOTParser::kSourcePadding);
-    ZOTParser::TreeBuilder builder(nodes, Keywords(), {.keepAll = true});
+    ZOTParser::TreeBuilder builder(nodes, {.keepAll = true});
     builder.SetContext(ZOTParser::InternTag(name.data(), length), ns);
     builder.Run(0);
     return TreeDump(nodes).Children(nodes.FirstChild(ZOTParser::kDocumentNode), 0);

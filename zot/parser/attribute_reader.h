@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 
 #include "byte_scan.h"
@@ -19,6 +20,9 @@ struct Attribute {
     Span name;   // in the letter case of the page
     Span value;  // not decoded; empty when the attribute has none
 };
+
+// Attributes that tree construction or a node's role depend on, as bits: a tag has one of that name.
+enum AttributeBit : std::uint8_t { kHasHref = 1 << 0, kHasType = 1 << 1 };
 
 // Reads the attributes of a tag from the source: what the tokenizer does to find the tag's end, and what
 // anybody does later who wants an attribute, since none is stored. Duplicates are reported; the first one

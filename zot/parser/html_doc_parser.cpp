@@ -3,6 +3,7 @@
 #include <zot/parser.h>
 
 #include "node_store.h"
+#include "roles.h"
 #include "tree_builder.h"
 
 namespace ZOTParser {
@@ -27,22 +28,6 @@ bool HasContent(const NodeStore& nodes) noexcept {
     return false;
 }
 
-bool EndsItsLine(unsigned int keyword) noexcept {
-    return keyword == kKeywordParagraph || keyword == kKeywordHeading || keyword == kKeywordQuote ||
-           keyword == kKeywordList;
-}
-
-// Paragraphs, headings, quotes and lists that have content end with a line break, so that nothing runs into
-// them.
-void EndLines(NodeStore& nodes) noexcept {
-    const NodeIndex end = nodes.End();
-    for (NodeIndex node = kFirstNode; node < end; ++node) {
-        if (EndsItsLine(nodes[node].Keyword()) && nodes.FirstChild(node) != kNoNode) {
-            nodes.Append(node, nodes.NewBreak());
-        }
-    }
-}
-
 }  // namespace
 
 HtmlDocParser::HtmlDocParser(ZOT::BinaryStreamBuf& stream, HtmlKeywordTable& table, HtmlDocTree& tree)
@@ -62,8 +47,8 @@ bool HtmlDocParser::Parse() {
         return false;
     }
     if (nodes->Init(source, size)) {
-        TreeBuilder(*nodes, table_, {}).Run(SkipByteOrderMark(*nodes));
-        if (!nodes->Failed() && HasContent(*nodes)) EndLines(*nodes);
+        TreeBuilder(*nodes, {}).Run(SkipByteOrderMark(*nodes));
+        if (!nodes->Failed() && HasContent(*nodes)) AssignRoles(*nodes, table_);
     }
     if (nodes->Failed() || !HasContent(*nodes)) {
         delete nodes;

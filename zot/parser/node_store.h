@@ -66,11 +66,12 @@ public:
     Node& operator[](NodeIndex index) noexcept { return nodes_[index]; }
     const Node& operator[](NodeIndex index) const noexcept { return nodes_[index]; }
 
-    // `word` holds the keyword id and the link flag; the rest of it is made here.
-    NodeIndex NewElement(Tag tag, Namespace ns, unsigned int word, unsigned int position,
+    // `attributes` are AttributeBit; those that roles depend on are kept. The element has no role yet.
+    NodeIndex NewElement(Tag tag, Namespace ns, unsigned int attributes, unsigned int position,
                          unsigned int length) noexcept {
-        return NewNode(word | WordOf(NodeType::kElement) | static_cast<unsigned int>(tag) << kTagShift |
-                           static_cast<unsigned int>(ns) << kNamespaceShift,
+        return NewNode(WordOf(NodeType::kElement) | static_cast<unsigned int>(tag) << kTagShift |
+                           static_cast<unsigned int>(ns) << kNamespaceShift |
+                           (attributes & kKeptAttributes) << kAttributeShift,
                        position, length);
     }
     // An element like another one, without its children and its place in the tree.
@@ -100,6 +101,15 @@ public:
     }
     TextKind TextKindOf(NodeIndex node) const noexcept {
         return static_cast<TextKind>(nodes_[node].word_ >> kTextKindShift & 3);
+    }
+
+    bool HasAttributeBit(NodeIndex node, AttributeBit bit) const noexcept {
+        return (nodes_[node].word_ >> kAttributeShift & bit) != 0;
+    }
+
+    // Gives an element its keyword id and, if it is one, the mark of a link.
+    void SetRole(NodeIndex element, unsigned int keyword, bool link) noexcept {
+        nodes_[element].word_ |= keyword | (link ? kLinkFlag : 0);
     }
 
     NodeIndex Parent(NodeIndex node) const noexcept { return nodes_[node].parent_; }
@@ -155,6 +165,8 @@ private:
     static constexpr unsigned int kTypeMask = 7;
     static constexpr unsigned int kTextKindShift = 22;
     static constexpr unsigned int kClosedText = 1u << 24;
+    static constexpr unsigned int kAttributeShift = 26;
+    static constexpr unsigned int kKeptAttributes = kHasHref;
     static constexpr unsigned int kPieces = 1u << 25;  // first_ is the first piece of a list
 
     struct TextPiece {

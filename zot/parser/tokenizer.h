@@ -14,9 +14,6 @@ enum class TokenKind : std::uint8_t { kText, kStartTag, kEndTag, kComment, kDoct
 // The tokenizer's states as far as anybody outside chooses them.
 enum class TokenizerState : std::uint8_t { kData, kRcdata, kRawtext, kScriptData, kPlaintext, kCdataSection };
 
-// Attributes that tree construction or the keyword table ask for while a tag is opened, as bits.
-enum AttributeBit : std::uint8_t { kHasHref = 1 << 0, kHasType = 1 << 1 };
-
 // One token, as spans of the source. Nothing is decoded: text goes through AppendDecodedText with its kind,
 // attributes are read on demand with AttributeReader.
 struct Token {

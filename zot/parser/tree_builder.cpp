@@ -6,8 +6,8 @@ namespace ZOTParser {
 
 using enum Tag;
 
-TreeBuilder::TreeBuilder(NodeStore& nodes, const HtmlKeywordTable& keywords, Options options) noexcept
-    : nodes_(nodes), keywords_(keywords), options_(options), formatting_(nodes) {}
+TreeBuilder::TreeBuilder(NodeStore& nodes, Options options) noexcept
+    : nodes_(nodes), options_(options), formatting_(nodes) {}
 
 void TreeBuilder::Run(unsigned int first) noexcept {
     tokenizer_.Open(nodes_.Source() + first, nodes_.SourceEnd());

@@ -26,7 +26,7 @@ public:
         bool keepAll = false;  // comments and doctypes become nodes
     };
 
-    TreeBuilder(NodeStore& nodes, const HtmlKeywordTable& keywords, Options options) noexcept;
+    TreeBuilder(NodeStore& nodes, Options options) noexcept;
     TreeBuilder(const TreeBuilder&) = delete;
     TreeBuilder& operator=(const TreeBuilder&) = delete;
 
@@ -214,7 +214,6 @@ private:
     bool TakeReopening() noexcept;
 
     NodeStore& nodes_;
-    const HtmlKeywordTable& keywords_;
     const Options options_;
     Tokenizer tokenizer_;
     Token token_;

@@ -51,14 +51,12 @@ void TreeBuilder::InsertAt(Place place, NodeIndex node) noexcept {
     }
 }
 
-// The table's word says whether such an element is a link when it has an address.
 OpenElement TreeBuilder::NewElement(Tag tag, Namespace ns, bool spelledOut) noexcept {
-    const bool known = ns == Namespace::kHtml || (ns == Namespace::kSvg && tag == kSvg);
-    unsigned int word = keywords_.Word(static_cast<unsigned int>(known ? tag : kUnknown));
-    if (!spelledOut || (token_.attributes & kHasHref) == 0) word &= ~kLinkFlag;
-    const unsigned int position = spelledOut ? nodes_.PositionOf(token_.span.first) : 0;
-    const auto length = spelledOut ? static_cast<unsigned int>(token_.span.Size()) : 0;
-    return OpenElement{nodes_.NewElement(tag, ns, word, position, length), tag, ns, FlagsOf(tag, ns)};
+    const NodeIndex node =
+        spelledOut ? nodes_.NewElement(tag, ns, token_.attributes, nodes_.PositionOf(token_.span.first),
+                                       static_cast<unsigned int>(token_.span.Size()))
+                   : nodes_.NewElement(tag, ns, 0, 0, 0);
+    return OpenElement{node, tag, ns, FlagsOf(tag, ns)};
 }
 
 NodeIndex TreeBuilder::InsertAndPush(const OpenElement& element) noexcept {

@@ -1,0 +1,31 @@
+#include "roles.h"
+
+namespace ZOTParser {
+namespace {
+
+// The tag by which the table knows an element: foreign elements have none, but for the svg element itself.
+Tag TagForRole(const NodeStore& nodes, NodeIndex node) noexcept {
+    const Tag tag = nodes.TagOf(node);
+    const Namespace ns = nodes.NamespaceOf(node);
+    return ns == Namespace::kHtml || (ns == Namespace::kSvg && tag == Tag::kSvg) ? tag : Tag::kUnknown;
+}
+
+bool EndsItsLine(unsigned int keyword) noexcept {
+    return keyword == kKeywordParagraph || keyword == kKeywordHeading || keyword == kKeywordQuote ||
+           keyword == kKeywordList;
+}
+
+}  // namespace
+
+void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
+    const NodeIndex end = nodes.End();
+    for (NodeIndex node = kFirstNode; node < end; ++node) {
+        if (nodes.TypeOf(node) != NodeType::kElement) continue;
+        const unsigned int word = keywords.Word(static_cast<unsigned int>(TagForRole(nodes, node)));
+        const unsigned int keyword = word & 0xFF;
+        nodes.SetRole(node, keyword, (word & kLinkFlag) != 0 && nodes.HasAttributeBit(node, kHasHref));
+        if (EndsItsLine(keyword) && nodes.FirstChild(node) != kNoNode) nodes.Append(node, nodes.NewBreak());
+    }
+}
+
+}  // namespace ZOTParser

@@ -1,0 +1,11 @@
+#pragma once
+
+#include "node_store.h"
+
+namespace ZOTParser {
+
+// Gives every element of a finished tree the role that the table says, and every paragraph, heading, quote
+// and list that has content a line break as its last child, so that nothing runs into it.
+void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept;
+
+}  // namespace ZOTParser
