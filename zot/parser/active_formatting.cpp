@@ -35,6 +35,20 @@ struct AttributeSet {
     }
 };
 
+// Never 0.
+std::uint32_t HashOf(const AttributeSet& set) noexcept {
+    std::uint32_t sum = 0;
+    for (unsigned int i = 0; i < set.size; ++i) {
+        std::uint32_t hash = 2166136261u;  // FNV-1a
+        for (const char c : set.items[i].name.View())
+            hash = (hash ^ static_cast<unsigned char>(c | 0x20)) * 16777619u;
+        for (const char c : set.items[i].value.View())
+            hash = (hash ^ static_cast<unsigned char>(c)) * 16777619u;
+        sum += hash;
+    }
+    return sum | 1;
+}
+
 bool operator==(const AttributeSet& a, const AttributeSet& b) noexcept {
     if (!a.complete || !b.complete || a.size != b.size) return false;
     for (unsigned int i = 0; i < a.size; ++i) {
@@ -47,16 +61,17 @@ bool operator==(const AttributeSet& a, const AttributeSet& b) noexcept {
 }  // namespace
 
 void ActiveFormatting::Push(NodeIndex node, Tag tag) noexcept {
+    Entry entry{node, tag};
     unsigned int same = 0;
     unsigned int earliest = 0;
     for (unsigned int index = size_; index-- > 0 && entries_[index].node != kNoNode;) {
-        if (entries_[index].tag == tag && SameElement(entries_[index].node, node)) {
+        if (entries_[index].tag == tag && SameElement(entries_[index], entry)) {
             ++same;
             earliest = index;
         }
     }
     if (same >= 3) RemoveAt(earliest);
-    Add(Entry{node, tag});
+    Add(entry);
 }
 
 void ActiveFormatting::Add(const Entry& entry) noexcept {
@@ -64,12 +79,14 @@ void ActiveFormatting::Add(const Entry& entry) noexcept {
     entries_[size_++] = entry;
 }
 
-bool ActiveFormatting::SameElement(NodeIndex a, NodeIndex b) const noexcept {
-    if (nodes_[a].SourceLength() == nodes_.Name(a).size() + 2 &&
-        nodes_[b].SourceLength() == nodes_[a].SourceLength()) {
-        return true;  // both without attributes
-    }
-    return AttributeSet(nodes_, a) == AttributeSet(nodes_, b);
+bool ActiveFormatting::SameElement(Entry& a, Entry& b) const noexcept {
+    return AttributesOf(a) == AttributesOf(b) && AttributeSet(nodes_, a.node) == AttributeSet(nodes_, b.node);
+}
+
+// Most elements are never compared: nothing is computed before it is needed.
+std::uint32_t ActiveFormatting::AttributesOf(Entry& entry) const noexcept {
+    if (entry.attributes == 0) entry.attributes = HashOf(AttributeSet(nodes_, entry.node));
+    return entry.attributes;
 }
 
 void ActiveFormatting::ClearToMarker() noexcept {

@@ -14,6 +14,7 @@ public:
     struct Entry {
         NodeIndex node;  // kNoNode: a marker
         Tag tag;
+        std::uint32_t attributes = 0;  // their hash, whatever their order; 0: not computed yet
     };
     static constexpr unsigned int kMostEntries = 512;
     static constexpr unsigned int kNotFound = ~0u;
@@ -40,7 +41,8 @@ public:
 
 private:
     void Add(const Entry& entry) noexcept;
-    bool SameElement(NodeIndex a, NodeIndex b) const noexcept;
+    bool SameElement(Entry& a, Entry& b) const noexcept;
+    std::uint32_t AttributesOf(Entry& entry) const noexcept;
 
     const NodeStore& nodes_;
     unsigned int size_ = 0;

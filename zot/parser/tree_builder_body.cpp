@@ -510,7 +510,7 @@ bool TreeBuilder::AdoptOnce(Tag subject) noexcept {
     const unsigned int old = formatting_.IndexOf(formattingNode);
     if (old < bookmark) --bookmark;
     formatting_.RemoveAt(old);
-    formatting_.Insert(bookmark, {clone, subject});
+    formatting_.Insert(bookmark, {.node = clone, .tag = subject});
     open_.RemoveAt(formattingIndex);
     open_.Insert(open_.IndexOf(furthest) + 1,
                  OpenElement{clone, subject, Namespace::kHtml, FlagsOf(subject, Namespace::kHtml)});
