@@ -1,8 +1,10 @@
 #include "pages.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <fstream>
-#include <iterator>
+#include <system_error>
+#include <utility>
 
 std::optional<Pages> LoadPages(const std::filesystem::path& folder) {
     std::vector<std::filesystem::path> files;
@@ -15,9 +17,14 @@ std::optional<Pages> LoadPages(const std::filesystem::path& folder) {
 
     Pages pages;
     for (const std::filesystem::path& file : files) {
-        std::ifstream stream(file, std::ios::binary);
-        if (!stream) return std::nullopt;
-        pages.emplace_back(std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>());
+        const std::uintmax_t size = std::filesystem::file_size(file, error);
+        if (error) return std::nullopt;
+        std::string page(size, '\0');
+        if (!std::ifstream(file, std::ios::binary)
+                 .read(page.data(), static_cast<std::streamsize>(page.size()))) {
+            return std::nullopt;
+        }
+        pages.push_back(std::move(page));
     }
     return pages;
 }
