@@ -63,8 +63,8 @@ public:
 
     PrtType Type() const noexcept { return type_; }
 
-    // The keyword word of an element with the tag `tag` (an index of the parser's tag list). Its link flag says
-    // that the element is a link if it has an address (`href`).
+    // The keyword word of an element with the tag `tag` (an index of the parser's tag list). Its link flag
+    // says that the element is a link if it has an address (`href`).
     unsigned int Word(unsigned int tag) const noexcept { return words_[tag]; }
 
     static constexpr unsigned int kTags = 256;  // room of the tag list
@@ -147,6 +147,7 @@ public:
 private:
     friend class NodeStore;
     friend class ChildIterator;
+    friend class ZOT::RefCount<HtmlTreeNode>;  // Clang 14 wants the destructor even for a destroying delete
     HtmlTreeNode() noexcept = default;
     ~HtmlTreeNode() = default;
 
