@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+
+#include "utf8_sequence.h"
 
 namespace ZOTParser {
 
@@ -16,38 +19,20 @@ struct Utf8Character {
 // the WHATWG Encoding Standard takes them: the longest start of a well-formed sequence, or one byte, is one
 // U+FFFD.
 inline Utf8Character DecodeUtf8(const char* at, const char* end) noexcept {
-    const unsigned lead = static_cast<unsigned char>(*at);
-    if (lead < 0x80) return {lead, 1};
-    if (lead < 0xC2 || lead > 0xF4) return {kReplacementCharacter, 1};
-    const unsigned trails = lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    char32_t code = lead & (0x3Fu >> trails);
-    // The first trail byte is bound further where the sequence could be shorter, a surrogate or beyond
-    // U+10FFFF.
-    unsigned low = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
-    unsigned high = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
-    for (unsigned i = 1; i <= trails; ++i) {
-        if (at + i == end) return {kReplacementCharacter, i};
-        const unsigned trail = static_cast<unsigned char>(at[i]);
-        if (trail < low || trail > high) return {kReplacementCharacter, i};
-        code = code << 6 | (trail & 0x3F);
-        low = 0x80;
-        high = 0xBF;
-    }
-    return {code, trails + 1};
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(at);
+    if (*bytes < 0x80) return {*bytes, 1};
+    const auto left = static_cast<std::size_t>(end - at);
+    const int length = ZOTCharset::Utf8Sequence(bytes, left);
+    if (length > 0) return {ZOTCharset::Utf8CodePoint(bytes, length), static_cast<unsigned>(length)};
+    return {kReplacementCharacter,
+            length == 0 ? static_cast<unsigned>(left) : static_cast<unsigned>(-length)};
 }
 
 // Appends the Unicode scalar value `code` as UTF-8.
 inline void AppendUtf8(char32_t code, std::string& out) {
-    const auto trail = [code](unsigned shift) { return static_cast<char>(0x80 | ((code >> shift) & 0x3F)); };
-    if (code < 0x80) {
-        out += static_cast<char>(code);
-    } else if (code < 0x800) {
-        out += {static_cast<char>(0xC0 | code >> 6), trail(0)};
-    } else if (code < 0x10000) {
-        out += {static_cast<char>(0xE0 | code >> 12), trail(6), trail(0)};
-    } else {
-        out += {static_cast<char>(0xF0 | code >> 18), trail(12), trail(6), trail(0)};
-    }
+    unsigned char bytes[4];
+    const auto* const end = ZOTCharset::PutUtf8(bytes, code);
+    out.append(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(end - bytes));
 }
 
 }  // namespace ZOTParser
