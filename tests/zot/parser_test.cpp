@@ -76,7 +76,8 @@ TEST(Parser, ReportsTheRolesOfTheTableReading) {
         {"<table><thead><tr><th>a<tbody><tr><td>b<tfoot><tr><td>c",
          R"(table(head(row(header("a"))) body(row(cell("b"))) foot(row(cell("c")))))"},
         {"<table><caption>a</caption><colgroup><col></table>", R"(table(inline("a") inline(inline)))"},
-        {"<pre>a</pre><listing>b</listing><xmp>c</xmp><plaintext>d", R"(pre("a") pre("b") pre("c") pre("d"))"},
+        {"<pre>a</pre><listing>b</listing><xmp>c</xmp><plaintext>d",
+         R"(pre("a") pre("b") pre("c") pre("d"))"},
         {"a<br>b<wbr>c<hr>", R"("a" break "b" inline "c" rule)"},
         {"<h1>a</h1><h6>b</h6>", R"(heading("a" break) heading("b" break))"},
         {"<blockquote>a</blockquote>", R"(quote("a" break))"},
@@ -147,8 +148,8 @@ TEST(Parser, EndsTheLineOfAParagraphThatHasContent) {
         {"<table><p>a<tr><td>b", R"(paragraph("a" break) table(body(row(cell("b")))))"},
     };
     for (const Case& c : cases) EXPECT_EQ(Dump(ParsedPage(c.html).Body()), c.body) << c.html;
-    for (auto node = ParsedPage("<p>a").Body().begin()->Children().begin(); node != ParsedPage::Children(nullptr).end();
-         ++node) {
+    for (auto node = ParsedPage("<p>a").Body().begin()->Children().begin();
+         node != ParsedPage::Children(nullptr).end(); ++node) {
         if (node->Keyword() != kKeywordBreak) continue;
         EXPECT_EQ(node->SourcePosition(), 0u);
         EXPECT_EQ(node->SourceLength(), 0u);
@@ -337,7 +338,8 @@ TEST(Parser, HostilePagesStayBounded) {
         {"open tables", Repeated("<table><tr><td>", kCount) + "x"},
         {"foster parents", "<table>" + Repeated("<table>a", kCount)},
         {"formatting that is opened again", Repeated("<b id=x><i><u><p>", kCount)},
-        {"different formatting", [] {
+        {"different formatting",
+         [] {
              std::string html;
              for (unsigned i = 0; i < kCount / 10; ++i) html += "<b a" + std::to_string(i) + "><p>";
              return html;
@@ -375,7 +377,8 @@ TEST(Parser, WhatLiesTooDeepBecomesASibling) {
     unsigned deepest = 0;
     VisitNodes(page.Tree().Entries(), [&](const Node& node, unsigned depth) {
         if (node.Keyword() == kKeywordBlock) ++divisions;
-        if (node.Keyword() != kKeywordText && node.Keyword() != kKeywordBreak) deepest = std::max(deepest, depth);
+        if (node.Keyword() != kKeywordText && node.Keyword() != kKeywordBreak)
+            deepest = std::max(deepest, depth);
     });
     EXPECT_EQ(divisions, 600u) << "none is lost";
     EXPECT_EQ(deepest, 512u);
