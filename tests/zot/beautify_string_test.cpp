@@ -1,5 +1,10 @@
 #include <gtest/gtest.h>
+
+#include <memory>
+#include <random>
 #include <zot/text.h>
+
+#include "standing_run.h"
 
 namespace {
 
@@ -34,6 +39,35 @@ TEST(BeautifyString, JoinsWhiteSpaceAndDropsWhatShowsNothing) {
 TEST(BeautifyString, KeepsLinesAndControlsWhenTold) {
     EXPECT_EQ(Beautified(u"a \n \n b\u2028c", true), u"a\n\nb\nc");
     EXPECT_EQ(Beautified(u"a\u00AD \u200B b", false, false), u"a\u00AD \u200B b");
+}
+
+// Texts of every length up to several blocks, in buffers of exactly their size.
+TEST(StandingRun, FastAndPlainAgree) {
+    std::mt19937 random(1);
+    const std::u16string rare =
+        u"\t\n\u0001\u001F\u007F\u0080\u0085\u00A0\u00AD\u1680\u2000\u200B\u200C\u2028\u2029\u202F\u205F"
+        u"\u3000\uFEFF\uFFFF";
+    const std::u16string common = u"ab\u00E9\u4E2D\u2019 ";
+    for (std::size_t size = 0; size < 70; ++size) {
+        for (int round = 0; round < 200; ++round) {
+            const std::unique_ptr<char16_t[]> text(new char16_t[size]);
+            for (std::size_t i = 0; i < size; ++i) {
+                const std::u16string& letters = random() % 40 == 0 ? rare : common;
+                text[i] = letters[random() % (round % 2 == 0 ? letters.size() : letters.size() - 1)];
+            }
+            ASSERT_EQ(ZOT::StandingRun(text.get(), size), ZOT::StandingRunPlain(text.get(), size))
+                << ::testing::PrintToString(std::u16string(text.get(), size));
+        }
+    }
+}
+
+TEST(StandingRun, FastKnowsEveryUnit) {
+    for (unsigned int unit = 0; unit <= 0xFFFF; ++unit) {
+        std::u16string text(20, u'x');
+        text[5] = text[18] = static_cast<char16_t>(unit);
+        ASSERT_EQ(ZOT::StandingRun(text.data(), text.size()), ZOT::StandingRunPlain(text.data(), text.size()))
+            << unit;
+    }
 }
 
 TEST(IsWhiteSpace, IsTheFixedTable) {

@@ -1,5 +1,8 @@
+#include <algorithm>
 #include <cstddef>
 #include <zot/text.h>
+
+#include "standing_run.h"
 
 namespace ZOT {
 
@@ -32,13 +35,17 @@ private:
 void BeautifyString(const std::u16string& raw, std::u16string& clean, bool keepLines, bool cleanControls) {
     clean.clear();
     WhiteSpaceRun run;
-    for (const char16_t unit : raw) {
+    for (std::size_t at = 0; at < raw.size();) {
+        const char16_t unit = raw[at];
+        std::size_t taken = 1;
         if (IsWhiteSpace(unit)) {
             run.Add(unit, keepLines);
         } else if (!cleanControls || !ShowsNothing(unit)) {
             run.Flush(clean);
-            clean.push_back(unit);
+            taken = std::max<std::size_t>(1, StandingRun(raw.data() + at, raw.size() - at));
+            clean.append(raw, at, taken);
         }
+        at += taken;
     }
     run.Flush(clean);
 }
