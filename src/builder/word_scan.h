@@ -17,8 +17,7 @@ constexpr bool IsWordSeparator(char16_t unit) noexcept {
 // one. Reads these units and nothing else.
 unsigned int CountSeparatorRuns(const char16_t* text, std::size_t size) noexcept;
 
-// The same, one unit at a time. `behindSeparator` says that the unit before `text` is a separator: a run that
-// goes on at `text` began before and is not counted.
-unsigned int CountSeparatorRunsPlain(const char16_t* text, std::size_t size, bool behindSeparator) noexcept;
+// The same, one unit at a time.
+unsigned int CountSeparatorRunsPlain(const char16_t* text, std::size_t size) noexcept;
 
 }  // namespace QuillNS

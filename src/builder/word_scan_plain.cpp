@@ -16,8 +16,9 @@ constexpr std::array<bool, kAscii> kIsSeparator = [] {
 
 }  // namespace
 
-unsigned int CountSeparatorRunsPlain(const char16_t* text, std::size_t size, bool behindSeparator) noexcept {
+unsigned int CountSeparatorRunsPlain(const char16_t* text, std::size_t size) noexcept {
     unsigned int runs = 0;
+    bool behindSeparator = false;
     for (const char16_t* const end = text + size; text != end && *text != 0; ++text) {
         const bool separator = *text < kAscii && kIsSeparator[*text];
         runs += static_cast<unsigned int>(separator && !behindSeparator);

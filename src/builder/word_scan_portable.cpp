@@ -3,7 +3,7 @@
 namespace QuillNS {
 
 unsigned int CountSeparatorRuns(const char16_t* text, std::size_t size) noexcept {
-    return CountSeparatorRunsPlain(text, size, false);
+    return CountSeparatorRunsPlain(text, size);
 }
 
 }  // namespace QuillNS

@@ -6,8 +6,10 @@
 //   behind one   . . . . . . 1 1 . . . . . 1 1 1
 //   run begins   . . . . . 1 . . . . . . 1 . . .
 
-#include <cstring>
 #include <emmintrin.h>
+
+#include <algorithm>
+#include <cstring>
 
 #include "word_scan.h"
 
@@ -52,50 +54,56 @@ unsigned int SumOfBytes(__m128i bytes) {
 
 class RunCounter {
 public:
-    // False, and nothing counted, when the block holds a U+0000.
-    bool Add(__m128i block) {
-        if (_mm_movemask_epi8(Equal(block, 0)) != 0) return false;
+    void Add(__m128i block) {
         const __m128i separators = Separators(block);
         const __m128i behind = _mm_or_si128(_mm_slli_si128(separators, 1), _mm_srli_si128(last_, 15));
-        starts_ = _mm_sub_epi8(starts_, _mm_andnot_si128(behind, separators));  // minus 0xFF adds one
+        begins_ = _mm_sub_epi8(begins_, _mm_andnot_si128(behind, separators));  // minus 0xFF adds one
         last_ = separators;
-        return true;
+        smallest_ = _mm_min_epu8(smallest_, block);
     }
 
     // Moves the counts of the bytes into the sum, at the latest after kMaxBlocks blocks.
     void Flush() {
-        runs_ += SumOfBytes(starts_);
-        starts_ = _mm_setzero_si128();
+        runs_ += SumOfBytes(begins_);
+        begins_ = _mm_setzero_si128();
     }
 
-    bool BehindSeparator() const { return (_mm_movemask_epi8(last_) & 0x8000) != 0; }
     unsigned int Runs() const { return runs_; }
+    bool SawNul() const { return _mm_movemask_epi8(Equal(smallest_, 0)) != 0; }
 
 private:
     unsigned int runs_ = 0;
-    __m128i starts_ = _mm_setzero_si128();
+    __m128i begins_ = _mm_setzero_si128();
     __m128i last_ = _mm_setzero_si128();  // separators of the block before
+    __m128i smallest_ = _mm_set1_epi8(-1);
 };
+
+// Fewer units than a block, with word characters behind them.
+__m128i LoadRest(const char16_t* units, std::size_t size) {
+    char16_t rest[kBlock];
+    __m128i* const halves = reinterpret_cast<__m128i*>(rest);
+    _mm_storeu_si128(halves, _mm_set1_epi16('a'));
+    _mm_storeu_si128(halves + 1, _mm_set1_epi16('a'));
+    std::memcpy(rest, units, size * sizeof(char16_t));
+    return LoadBlock(rest);
+}
 
 }  // namespace
 
 unsigned int CountSeparatorRuns(const char16_t* text, std::size_t size) noexcept {
     RunCounter counter;
-    std::size_t blocks = 0;
-    while (size >= kBlock && counter.Add(LoadBlock(text))) {
-        text += kBlock;
-        size -= kBlock;
-        if (++blocks % kMaxBlocks == 0) counter.Flush();
-    }
-    if (size < kBlock && size != 0) {
-        char16_t rest[kBlock];
-        std::memset(rest, 'a', sizeof rest);  // word characters behind the end
-        std::memcpy(rest, text, size * sizeof(char16_t));
+    std::size_t done = 0;
+    while (size - done >= kBlock) {
+        const std::size_t blocks = std::min((size - done) / kBlock, kMaxBlocks);
+        for (const std::size_t end = done + blocks * kBlock; done != end; done += kBlock) {
+            counter.Add(LoadBlock(text + done));
+        }
         counter.Flush();
-        if (counter.Add(LoadBlock(rest))) size = 0;
     }
+    if (done != size) counter.Add(LoadRest(text + done, size - done));
     counter.Flush();
-    return counter.Runs() + CountSeparatorRunsPlain(text, size, counter.BehindSeparator());
+    // A text with a U+0000 is rare, and ends there.
+    return counter.SawNul() ? CountSeparatorRunsPlain(text, size) : counter.Runs();
 }
 
 }  // namespace QuillNS
