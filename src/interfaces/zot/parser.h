@@ -119,7 +119,6 @@ class QUILL_API HtmlDocTree::HtmlTreeNode {
 public:
     HtmlTreeNode(const HtmlTreeNode&) = delete;  // a node is found by its place in the array
     HtmlTreeNode& operator=(const HtmlTreeNode&) = delete;
-    ~HtmlTreeNode() = default;
 
     // The keyword id in the low eight bits, kLinkFlag, and bits of the parser's own.
     unsigned int KeywordWord() const noexcept { return word_; }
@@ -150,6 +149,7 @@ private:
     friend class ChildIterator;
     friend class ZOT::RefCount<HtmlTreeNode>;  // Clang 14 wants the destructor even for a destroying delete
     HtmlTreeNode() noexcept = default;
+    ~HtmlTreeNode() = default;
 
     unsigned int word_;
     unsigned int position_;
