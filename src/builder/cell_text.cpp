@@ -17,10 +17,6 @@ std::u16string* LastText(const KCell& cell) {
     return last.IsText() ? &last.Text() : nullptr;
 }
 
-bool IsAllWhiteSpace(const std::u16string& text) {
-    return std::all_of(text.begin(), text.end(), ZOT::IsWhiteSpace);
-}
-
 void TrimStart(std::u16string& text) {
     text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), ZOT::IsWhiteSpace));
 }
@@ -32,12 +28,6 @@ void TrimEnd(std::u16string& text) {
 // Whether a cleaned text only keeps apart what stands on its two sides.
 bool OnlySeparates(const std::u16string& clean) {
     return clean.empty() || (clean.size() == 1 && ZOT::IsWhiteSpace(clean[0]));
-}
-
-void Separate(const KCell& cell) {
-    std::u16string* const before = LastText(cell);
-    if (before == nullptr || before->empty() || ZOT::IsWhiteSpace(before->back())) return;
-    before->push_back(u' ');
 }
 
 // Of two texts that meet, one gives up its white space when the other breaks the line there.
@@ -53,10 +43,8 @@ void Join(std::u16string* before, std::u16string& clean) {
 
 void CellText::AddText(const std::u16string& raw, unsigned int position, unsigned int length,
                        ZOT::SmartPtr<KCell>& cell, bool inAnchor) {
-    // Most text nodes of a page are the white space between its tags; they need no cleaning.
-    if (IsAllWhiteSpace(raw)) return Separate(*cell);
     ZOT::BeautifyString(raw, clean_, false, true);
-    if (OnlySeparates(clean_)) return Separate(*cell);
+    if (OnlySeparates(clean_)) return SeparateWords(cell);
     Join(LastText(*cell), clean_);
     AppendItem(position, length, *cell, inAnchor);
 }
@@ -83,6 +71,12 @@ void CellText::AppendItem(unsigned int position, unsigned int length, KCell& cel
     const unsigned int words = CountWords(clean_);
     cell.AddWords(words);
     if (inAnchor) cell.AddWordsInLinksAndImages(words);
+}
+
+void SeparateWords(ZOT::SmartPtr<KCell>& cell) {
+    std::u16string* const before = LastText(*cell);
+    if (before == nullptr || before->empty() || ZOT::IsWhiteSpace(before->back())) return;
+    before->push_back(u' ');
 }
 
 void BreakLine(ZOT::SmartPtr<KCell>& cell) {

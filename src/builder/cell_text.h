@@ -33,6 +33,10 @@ private:
     bool outOfMemory_ = false;
 };
 
+// What the white space between two tags does: ends the cell's text with a blank, unless white space stands
+// there, the text is empty, or the cell ends in a table.
+void SeparateWords(ZOT::SmartPtr<KCell>& cell);
+
 // Ends the cell's text with a line feed, unless two stand there, the text is empty, or the cell ends in a
 // table.
 void BreakLine(ZOT::SmartPtr<KCell>& cell);

@@ -63,6 +63,7 @@ void NodeWalker::ParseChildren(const Node& node, ZOT::SmartPtr<KCell>& cell, boo
 }
 
 void NodeWalker::ParseText(const Node& node, ZOT::SmartPtr<KCell>& cell, bool inAnchor, bool preformatted) {
+    if (!preformatted && node.IsSpace()) return SeparateWords(cell);
     node.GetText(raw_);
     if (raw_.empty()) return;
     if (preformatted) {

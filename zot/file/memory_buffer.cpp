@@ -4,6 +4,8 @@
 #include <cstring>
 #include <zot/memory_buffer.h>
 
+#include "copy_in_pieces.h"
+
 namespace ZOTFile {
 
 namespace {
@@ -21,15 +23,25 @@ bool Seek(int offset, ZOT::Direction from, unsigned int size, unsigned int& posi
     return true;
 }
 
+bool AreUnitsInPlace(const unsigned char* bytes) {
+    return std::endian::native == std::endian::little &&
+           reinterpret_cast<std::uintptr_t>(bytes) % alignof(char16_t) == 0;
+}
+
 void AppendUnits(std::u16string& target, const unsigned char* bytes, std::size_t units) {
-    const std::size_t old = target.size();
-    target.resize(old + units);
-    if constexpr (std::endian::native == std::endian::little) {
-        std::memcpy(target.data() + old, bytes, units * sizeof(char16_t));
-    } else {
+    if (!AreUnitsInPlace(bytes)) {
         for (std::size_t i = 0; i < units; ++i) {
-            target[old + i] = static_cast<char16_t>(bytes[2 * i] | (bytes[2 * i + 1] << 8));
+            target.push_back(static_cast<char16_t>(bytes[2 * i] | (bytes[2 * i + 1] << 8)));
         }
+        return;
+    }
+    const auto* from = reinterpret_cast<const char16_t*>(bytes);
+    target.reserve(target.size() + units);
+    for (std::size_t left = units; left != 0;) {
+        const std::size_t now = std::min<std::size_t>(left, kPiece / sizeof(char16_t));
+        target.append(from, now);
+        from += now;
+        left -= now;
     }
 }
 
@@ -64,7 +76,7 @@ bool MemoryBuffer::Grow(unsigned int needed, unsigned char*& retired) {
     void* storage = ZOT::PoolAllocate(capacity);
     if (storage == nullptr && capacity != needed) storage = ZOT::PoolAllocate(capacity = needed);
     if (storage == nullptr) return false;
-    if (size_ != 0) std::memcpy(storage, owned_, size_);
+    CopyInPieces(storage, owned_, size_);
     retired = owned_;
     owned_ = static_cast<unsigned char*>(storage);
     data_ = owned_;
@@ -82,7 +94,7 @@ bool MemoryBuffer::vSeekP(int offset, ZOT::Direction from) {
 
 unsigned int MemoryBuffer::vGet(void* bytes, unsigned int count) {
     const unsigned int now = std::min(count, size_ - get_);
-    if (now != 0) std::memcpy(bytes, data_ + get_, now);
+    CopyInPieces(bytes, data_ + get_, now);
     get_ += now;
     return now;
 }

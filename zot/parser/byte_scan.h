@@ -71,6 +71,20 @@ inline const char* FindUnquotedValueEnd(const char* at, const char* end) noexcep
         [](char c) { return c == '>' || IsHtmlSpace(c); });
 }
 
+// Anything but white space.
+template <class Vector = ByteVector>
+inline const char* FindNoSpace(const char* at, const char* end) noexcept {
+    for (; at < end; at += 16) {
+        const Vector v = Vector::Load(at);
+        const Vector space = (v.Equal(' ') | v.Equal('\n')) | (v.Equal('\t') | v.Equal('\r')) | v.Equal('\f');
+        const unsigned int mask = ~space.Mask() & 0xFFFFu;
+        if (mask == 0) continue;
+        const char* const found = at + std::countr_zero(mask);
+        return found < end ? found : end;
+    }
+    return end;
+}
+
 inline const char* SkipHtmlSpace(const char* at, const char* end) noexcept {
     while (at < end && IsHtmlSpace(*at)) ++at;
     return at;

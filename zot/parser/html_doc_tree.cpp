@@ -32,6 +32,10 @@ void HtmlDocTree::HtmlTreeNode::GetText(std::u16string& text) const {
     if (Keyword() == kKeywordText) NodeStore::Of(*this)->GetText(*this, text);
 }
 
+bool HtmlDocTree::HtmlTreeNode::IsSpace() const noexcept {
+    return Keyword() == kKeywordText && NodeStore::Of(*this)->IsSpace(*this);
+}
+
 void HtmlDocTree::HtmlTreeNode::GetParam(const std::string& name, std::string& value) const {
     value.clear();
     if (Keyword() == kKeywordText) return;

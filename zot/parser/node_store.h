@@ -143,6 +143,12 @@ public:
         return TypeOf(node) == NodeType::kText && (nodes_[node].word_ & kClosedText) == 0;
     }
     void GetText(const Node& text, std::u16string& out) const;
+    // Whether the text is one span of white space characters, written as themselves.
+    bool IsSpace(const Node& text) const noexcept {
+        const char* const first = source_ + text.position_;
+        return IsHtmlSpace(*first) && (text.word_ & kPieces) == 0 &&
+               FindNoSpace(first + 1, first + text.length_) == first + text.length_;
+    }
 
     // The attributes of a later tag that count for an element that is there already (html and body), behind
     // its own.

@@ -137,6 +137,10 @@ public:
     // invalid bytes as U+FFFD. Nothing for other nodes.
     void GetText(std::u16string& text) const;
 
+    // Whether GetText gives nothing but HTML's white space, and something: the space between two tags. Costs
+    // less than to look at the text. False for other nodes.
+    bool IsSpace() const noexcept;
+
     // Replaces `value` by the value of the attribute `name` (ASCII, lower case) as UTF-8. Empty: no such
     // attribute, or no value.
     void GetParam(const std::string& name, std::string& value) const;
