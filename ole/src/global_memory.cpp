@@ -35,11 +35,6 @@ FixedBlock* Fixed(HGLOBAL memory) {
     return static_cast<FixedBlock*>(memory) - 1;
 }
 
-// An allocator's 0 bytes may be null, which stands for failure here.
-SIZE_T AtLeastOne(SIZE_T bytes) {
-    return bytes == 0 ? 1 : bytes;
-}
-
 void ZeroTail(void* bytes, SIZE_T from, SIZE_T to, UINT flags) {
     if ((flags & GMEM_ZEROINIT) != 0 && to > from)
         std::memset(static_cast<char*>(bytes) + from, 0, to - from);
@@ -57,8 +52,8 @@ HGLOBAL AllocateFixed(UINT flags, SIZE_T bytes) {
 HGLOBAL AllocateMoveable(UINT flags, SIZE_T bytes) {
     auto* const block = static_cast<MoveableBlock*>(std::malloc(sizeof(MoveableBlock)));
     if (block == nullptr) return nullptr;
-    *block = {std::malloc(AtLeastOne(bytes)), bytes, 0};
-    if (block->bytes == nullptr) {
+    *block = {bytes == 0 ? nullptr : std::malloc(bytes), bytes, 0};
+    if (block->bytes == nullptr && bytes != 0) {
         std::free(block);
         return nullptr;
     }
@@ -81,13 +76,20 @@ HGLOBAL ReallocateFixed(HGLOBAL memory, SIZE_T bytes, UINT flags) {
     return grown + 1;
 }
 
+// Null for 0 bytes, and when memory runs out.
+void* Resized(void* old, SIZE_T bytes) {
+    if (bytes != 0) return std::realloc(old, bytes);
+    std::free(old);
+    return nullptr;
+}
+
 // A locked block stays where somebody may be looking at it.
 HGLOBAL ReallocateMoveable(HGLOBAL memory, SIZE_T bytes, UINT flags) {
     MoveableBlock* const block = Moveable(memory);
     if (block->locks != 0 && bytes > block->size) return nullptr;
     if (block->locks == 0) {
-        void* const moved = std::realloc(block->bytes, AtLeastOne(bytes));
-        if (moved == nullptr) return nullptr;
+        void* const moved = Resized(block->bytes, bytes);
+        if (moved == nullptr && bytes != 0) return nullptr;
         block->bytes = moved;
     }
     ZeroTail(block->bytes, block->size, bytes, flags);
@@ -125,6 +127,7 @@ SIZE_T GlobalSize(HGLOBAL memory) {
 
 void* GlobalLock(HGLOBAL memory) {
     if (memory == nullptr || !IsMoveable(memory)) return memory;
+    if (Moveable(memory)->bytes == nullptr) return nullptr;
     ++Moveable(memory)->locks;
     return Moveable(memory)->bytes;
 }

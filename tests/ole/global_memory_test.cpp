@@ -38,4 +38,11 @@ TEST(GlobalMemory, AFixedBlockIsItsOwnAddress) {
     GlobalFree(grown);
 }
 
+TEST(GlobalMemory, AMoveableBlockWithoutBytesHasNoAddress) {
+    HGLOBAL const memory = GlobalAlloc(GMEM_MOVEABLE, 0);
+    ASSERT_NE(memory, nullptr);
+    EXPECT_EQ(GlobalLock(memory), nullptr);
+    GlobalFree(memory);
+}
+
 }  // namespace

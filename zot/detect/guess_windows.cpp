@@ -12,6 +12,10 @@ namespace {
 
 constexpr std::size_t kGuessBytes = 64 * 1024;
 
+// Declared by MinGW-w64, but in none of its libraries.
+constexpr IID kMultiLanguage2 = {
+    0xdccfc164, 0x2b38, 0x11d2, {0xb7, 0xec, 0x00, 0xc0, 0x4f, 0x8f, 0x5d, 0x9a}};
+
 // COM for the calling thread, for as long as the object lives. A thread that has its own already keeps it.
 class ComScope {
 public:
@@ -39,7 +43,7 @@ CHARSET Known(UINT codePage) {
 CHARSET GuessEncoding(const unsigned char* bytes, std::size_t count) {
     const ComScope com;
     IMultiLanguage2* languages = nullptr;
-    if (FAILED(CoCreateInstance(CLSID_CMultiLanguage, nullptr, CLSCTX_INPROC_SERVER, IID_IMultiLanguage2,
+    if (FAILED(CoCreateInstance(CLSID_CMultiLanguage, nullptr, CLSCTX_INPROC_SERVER, kMultiLanguage2,
                                 reinterpret_cast<void**>(&languages)))) {
         return kCharsetNone;
     }

@@ -15,7 +15,8 @@ typedef void* HGLOBAL;
 
 OLE_C_BEGIN
 
-// A block of `bytes` bytes (0 is a size as any other); null when memory runs out.
+// A block of `bytes` bytes; null when memory runs out. A moveable block of 0 bytes has a handle, but no
+// address.
 OLE_API HGLOBAL GlobalAlloc(UINT flags, SIZE_T bytes);
 
 // Changes the size and keeps the content; the bytes that come on are zero with GMEM_ZEROINIT. A moveable
@@ -28,7 +29,8 @@ OLE_API HGLOBAL GlobalFree(HGLOBAL memory);
 
 OLE_API SIZE_T GlobalSize(HGLOBAL memory);
 
-// The block's address, good until the matching GlobalUnlock. Null for null.
+// The block's address, good until the matching GlobalUnlock. Null for null and
+// for a moveable block of 0 bytes; it is then not locked.
 OLE_API void* GlobalLock(HGLOBAL memory);
 
 // TRUE while other locks are left.

@@ -127,6 +127,15 @@ struct tagVARIANT {
     };
 };
 
+#define V_VT(variant) ((variant)->vt)
+#define V_I4(variant) ((variant)->lVal)
+#define V_BSTR(variant) ((variant)->bstrVal)
+#define V_BSTRREF(variant) ((variant)->pbstrVal)
+#define V_ARRAY(variant) ((variant)->parray)
+#define V_ARRAYREF(variant) ((variant)->pparray)
+#define V_ERROR(variant) ((variant)->scode)
+#define V_UNKNOWN(variant) ((variant)->punkVal)
+
 OLE_C_BEGIN
 
 // Makes a variant of type VT_EMPTY out of raw memory. Frees nothing.

@@ -1,0 +1,9 @@
+#include "api/fake_strings.h"
+
+int LiveStrings() {
+    return -1;
+}
+
+bool LetNewStringsFail(bool) {
+    return false;
+}
