@@ -1,8 +1,8 @@
 #include "failing_pool.h"
 
 #include <atomic>
-#include <cstdlib>
-#include <zot/memory.h>
+
+#include "pool_observer.h"
 
 namespace {
 
@@ -11,23 +11,22 @@ constexpr unsigned int kNever = 0xFFFFFFFFu;
 std::atomic<unsigned int> live{0};
 std::atomic<unsigned int> left{kNever};  // allocations until they fail
 
+class Observer final : public ZOTMem::PoolObserver {
+public:
+    Observer() { ZOTMem::Observe(this); }
+
+    bool Grant() override {
+        if (left == 0) return false;
+        if (left != kNever && --left == 0) return false;
+        ++live;
+        return true;
+    }
+    void Took() override { --live; }
+};
+
+Observer observer;  // from before the first allocation to after the last
+
 }  // namespace
-
-namespace ZOTMem {
-
-void* MemoryPool::New(unsigned int size) noexcept {
-    if (left == 0) return nullptr;
-    if (left != kNever && --left == 0) return nullptr;
-    ++live;
-    return std::malloc(size);
-}
-
-void MemoryPool::Delete(void* memory) noexcept {
-    if (memory != nullptr) --live;
-    std::free(memory);
-}
-
-}  // namespace ZOTMem
 
 namespace QuillNS {
 

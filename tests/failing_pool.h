@@ -1,7 +1,7 @@
 #pragma once
 
-// A memory pool for tests, in place of the library's: it counts what is out, and fails on demand. A test
-// program that links it gets all of the library's memory from it.
+// Watches the memory pool of a test program that links it: counts what is out, and has allocations fail on
+// demand.
 namespace QuillNS {
 
 // Allocations that have not come back yet.

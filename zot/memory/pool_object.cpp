@@ -1,34 +1,67 @@
 #include <limits>
 #include <new>
+
 #include <zot/memory.h>
+
+#include "pool.h"
+
+namespace ZOTMem {
+
+void* MemoryPool::New(unsigned int size) noexcept {
+    void* const memory = FastNew(size);
+    return memory != nullptr ? memory : SlowNew(size);
+}
+
+void MemoryPool::Delete(void* memory) noexcept {
+    if (memory != nullptr) PoolDelete(memory);
+}
+
+}  // namespace ZOTMem
 
 namespace ZOT {
 
-void* PoolAllocate(std::size_t size) noexcept {
+namespace {
+
+// Kept out of Allocate, so that the usual request saves no registers.
+[[gnu::noinline]] void* AllocateSlowly(std::size_t size) {
     if (size == 0) return nullptr;
     if (size <= std::numeric_limits<unsigned int>::max()) {
-        void* const memory = ZOTMem::MemoryPool::New(static_cast<unsigned int>(size));
+        void* const memory = ZOTMem::SlowNew(static_cast<unsigned int>(size));
         if (memory != nullptr) return memory;
     }
     if (const std::new_handler handler = std::get_new_handler()) handler();
     return nullptr;
 }
 
+inline void* Allocate(std::size_t size) {
+    void* const memory = ZOTMem::FastNew(size);
+    return memory != nullptr ? memory : AllocateSlowly(size);
+}
+
+inline void Free(void* memory) {
+    if (memory != nullptr) ZOTMem::PoolDelete(memory);
+}
+
+}  // namespace
+
+void* PoolAllocate(std::size_t size) noexcept {
+    return Allocate(size);
+}
 void PoolFree(void* memory) noexcept {
-    if (memory != nullptr) ZOTMem::MemoryPool::Delete(memory);
+    Free(memory);
 }
 
 void* PoolObject::operator new(std::size_t size) noexcept {
-    return PoolAllocate(size);
+    return Allocate(size);
 }
 void* PoolObject::operator new[](std::size_t size) noexcept {
-    return PoolAllocate(size);
+    return Allocate(size);
 }
 void PoolObject::operator delete(void* memory) noexcept {
-    PoolFree(memory);
+    Free(memory);
 }
 void PoolObject::operator delete[](void* memory) noexcept {
-    PoolFree(memory);
+    Free(memory);
 }
 
 }  // namespace ZOT

@@ -1,0 +1,14 @@
+#include "pool_observer.h"
+
+#include "pool.h"
+
+namespace ZOTMem {
+
+constinit std::atomic<PoolObserver*> poolObserver{nullptr};
+
+void Observe(PoolObserver* observer) {
+    poolObserver.store(observer, std::memory_order_relaxed);
+    SetSlow(observer != nullptr);
+}
+
+}  // namespace ZOTMem
