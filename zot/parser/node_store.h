@@ -258,6 +258,9 @@ bool NodeStore::VisitTag(unsigned int position, Visit& visit) const {
 template <class Visit>
 void NodeStore::VisitAttributes(const Node& element, Visit visit) const {
     if (element.length_ != 0 && !VisitTag(element.position_, visit)) return;
+    // Only these take attributes of later tags, of which a page may have any number.
+    const Tag name = TagOf(element.index_);
+    if (name != Tag::kHtml && name != Tag::kBody) return;
     for (const MergedTag& tag : merged_) {
         if (tag.element == element.index_ && !VisitTag(tag.position, visit)) return;
     }
