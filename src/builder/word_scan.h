@@ -1,16 +1,18 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 namespace QuillNS {
 
 // Whether `unit` is one of the fourteen characters that divide words.
 constexpr bool IsWordSeparator(char16_t unit) noexcept {
-    constexpr char16_t kSeparators[] = u"\n\t .,!()%$?*#|";
-    for (const char16_t* separator = kSeparators; *separator != 0; ++separator) {
-        if (unit == *separator) return true;
-    }
-    return false;
+    constexpr std::uint64_t kBelow64 = [] {  // a bit for each
+        std::uint64_t bits = 0;
+        for (const char separator : "\n\t .,!()%$?*#") bits |= std::uint64_t{1} << separator;
+        return bits & ~std::uint64_t{1};  // the literal's own end
+    }();
+    return unit < 64 ? (kBelow64 >> unit & 1) != 0 : unit == u'|';
 }
 
 // The number of maximal runs of separators in the `size` units at `text`, up to the first U+0000 if there is

@@ -52,13 +52,25 @@ unsigned int SumOfBytes(__m128i bytes) {
     return static_cast<unsigned int>(_mm_cvtsi128_si32(halves) + _mm_extract_epi16(halves, 4));
 }
 
+// 0xFF in the first `count` bytes.
+__m128i FirstBytes(std::size_t count) {
+    alignas(kBlock) static constexpr unsigned char kMasks[2 * kBlock] = {
+        0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF};
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(kMasks + kBlock - count));
+}
+
 class RunCounter {
 public:
     void Add(__m128i block) {
         const __m128i separators = Separators(block);
-        const __m128i behind = _mm_or_si128(_mm_slli_si128(separators, 1), _mm_srli_si128(last_, 15));
-        begins_ = _mm_sub_epi8(begins_, _mm_andnot_si128(behind, separators));  // minus 0xFF adds one
+        Count(separators, _mm_srli_si128(last_, kBlock - 1));
         last_ = separators;
+        smallest_ = _mm_min_epu8(smallest_, block);
+    }
+
+    // A last block of which the first `known` units, at least one, were counted with the block before.
+    void AddRest(__m128i block, std::size_t known) {
+        Count(Separators(block), FirstBytes(known));
         smallest_ = _mm_min_epu8(smallest_, block);
     }
 
@@ -72,6 +84,12 @@ public:
     bool SawNul() const { return _mm_movemask_epi8(Equal(smallest_, 0)) != 0; }
 
 private:
+    // Counts the separators that stand behind none, but for those that `excluded` marks.
+    void Count(__m128i separators, __m128i excluded) {
+        const __m128i behind = _mm_or_si128(_mm_slli_si128(separators, 1), excluded);
+        begins_ = _mm_sub_epi8(begins_, _mm_andnot_si128(behind, separators));  // minus 0xFF adds one
+    }
+
     unsigned int runs_ = 0;
     __m128i begins_ = _mm_setzero_si128();
     __m128i last_ = _mm_setzero_si128();  // separators of the block before
@@ -79,13 +97,13 @@ private:
 };
 
 // Fewer units than a block, with word characters behind them.
-__m128i LoadRest(const char16_t* units, std::size_t size) {
-    char16_t rest[kBlock];
-    __m128i* const halves = reinterpret_cast<__m128i*>(rest);
+__m128i LoadShort(const char16_t* units, std::size_t size) {
+    char16_t block[kBlock];
+    __m128i* const halves = reinterpret_cast<__m128i*>(block);
     _mm_storeu_si128(halves, _mm_set1_epi16('a'));
     _mm_storeu_si128(halves + 1, _mm_set1_epi16('a'));
-    std::memcpy(rest, units, size * sizeof(char16_t));
-    return LoadBlock(rest);
+    std::memcpy(block, units, size * sizeof(char16_t));
+    return LoadBlock(block);
 }
 
 }  // namespace
@@ -100,7 +118,11 @@ unsigned int CountSeparatorRuns(const char16_t* text, std::size_t size) noexcept
         }
         counter.Flush();
     }
-    if (done != size) counter.Add(LoadRest(text + done, size - done));
+    if (size < kBlock) {
+        counter.Add(LoadShort(text, size));
+    } else if (done != size) {
+        counter.AddRest(LoadBlock(text + size - kBlock), kBlock - (size - done));
+    }
     counter.Flush();
     // A text with a U+0000 is rare, and ends there.
     return counter.SawNul() ? CountSeparatorRunsPlain(text, size) : counter.Runs();

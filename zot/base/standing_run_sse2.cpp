@@ -67,13 +67,13 @@ Block Look(const char16_t* text) {
 }
 
 // Fewer units than a block, with blanks behind them, which end the run.
-Block LookAtRest(const char16_t* text, std::size_t size) {
-    char16_t rest[kBlock];
-    __m128i* const halves = reinterpret_cast<__m128i*>(rest);
+Block LookAtShort(const char16_t* text, std::size_t size) {
+    char16_t block[kBlock];
+    __m128i* const halves = reinterpret_cast<__m128i*>(block);
     _mm_storeu_si128(halves, _mm_set1_epi16(' '));
     _mm_storeu_si128(halves + 1, _mm_set1_epi16(' '));
-    std::memcpy(rest, text, size * sizeof(char16_t));
-    return Look(rest);
+    std::memcpy(block, text, size * sizeof(char16_t));
+    return Look(block);
 }
 
 std::size_t FirstEnd(unsigned int ends) {
@@ -89,8 +89,13 @@ std::size_t StandingRun(const char16_t* text, std::size_t size) noexcept {
         if (block.ends != 0) return run + FirstEnd(block.ends);
         run += kBlock - block.lastBlank;
     }
-    if (run == size) return run;
-    return run + std::min(size - run, FirstEnd(LookAtRest(text + run, size - run).ends));
+    const std::size_t rest = size - run;
+    if (rest == 0) return run;
+    if (size < kBlock) return std::min(rest, FirstEnd(LookAtShort(text, size).ends));
+    // The last block of the text, without what was seen before. A blank at the very end ends the run.
+    const Block block = Look(text + size - kBlock);
+    const unsigned int ends = (block.ends | block.lastBlank << (kBlock - 1)) >> (kBlock - rest);
+    return run + std::min(rest, FirstEnd(ends));
 }
 
 }  // namespace ZOT
