@@ -1,0 +1,11 @@
+#pragma once
+
+namespace QuillTool {
+
+// How a page is read.
+enum class Layout {
+    kAuto,    // as the library chooses
+    kTables,  // its tables are its layout
+};
+
+}  // namespace QuillTool

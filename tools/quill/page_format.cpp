@@ -1,0 +1,42 @@
+#include "page_format.h"
+
+#include <nlohmann/json.hpp>
+#include <utility>
+
+namespace QuillTool {
+
+namespace {
+
+const char* TypeName(QuillNS::DocumentType type) {
+    return type == QuillNS::LinkPage ? "links" : "content";
+}
+
+// A text may end with blank lines, or within a line.
+std::string WholeLines(std::string text) {
+    text.resize(text.find_last_not_of('\n') + 1);
+    return text.empty() ? text : text + '\n';
+}
+
+std::string Json(const std::string& name, PageText page) {
+    nlohmann::ordered_json object;
+    object["file"] = name;
+    object["type"] = TypeName(page.type);
+    object["text"] = std::move(page.text);
+    object["document_text"] = std::move(page.document_text);
+    constexpr int kOneLine = -1;  // bytes of a file name that are no UTF-8 are replaced by U+FFFD
+    return object.dump(kOneLine, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace
+
+std::string FormatPage(const std::string& name, PageText page, Show show) {
+    switch (show) {
+        case Show::kText: return WholeLines(std::move(page.text));
+        case Show::kDocumentText: return WholeLines(std::move(page.document_text));
+        case Show::kType: return TypeName(page.type) + (name.empty() ? "" : ' ' + name) + '\n';
+        case Show::kJson: return Json(name, std::move(page));
+    }
+    return {};
+}
+
+}  // namespace QuillTool

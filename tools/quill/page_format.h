@@ -1,0 +1,21 @@
+#pragma once
+
+#include <string>
+
+#include "extractor.h"
+
+namespace QuillTool {
+
+// What is shown of a page.
+enum class Show {
+    kText,          // its main content
+    kDocumentText,  // all of its text
+    kType,          // the kind of page
+    kJson,          // all of these
+};
+
+// Whole lines of UTF-8, none of them blank at the end, or nothing when there is nothing to show. `name` is
+// the page's file; when it is empty, the type stands alone on its line.
+std::string FormatPage(const std::string& name, PageText page, Show show);
+
+}  // namespace QuillTool
