@@ -36,6 +36,16 @@ run("${CMAKE_COMMAND}" --build "${WORK}/outside/build")
 expect_same_text("${WORK}/outside/build/with_quill")
 expect_same_text("${WORK}/outside/build/with_quill_static")
 
+# The example project, built as its first lines say.
+run("${CMAKE_COMMAND}" -S "${EXAMPLES}/extract" -B "${WORK}/outside/examples" -G "${GENERATOR}"
+    "-DCMAKE_PREFIX_PATH=${PREFIX}" "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${FLAGS}")
+run("${CMAKE_COMMAND}" --build "${WORK}/outside/examples")
+run("${CMAKE_COMMAND}" -E env "LD_LIBRARY_PATH=${LIBDIR}"
+    "${WORK}/outside/examples/extract" "${EXAMPLES}/pages/news.html")
+if(NOT output MATCHES "^Tide mill turns again.*follow the tide table")
+  message(FATAL_ERROR "extract printed: ${output}")
+endif()
+
 set(ENV{PKG_CONFIG_PATH} "${PC_DIR}")
 run(pkg-config --cflags --libs quill)
 separate_arguments(pc_flags UNIX_COMMAND "${output}")
