@@ -1,7 +1,9 @@
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace ZOTParser {
@@ -70,14 +72,56 @@ enum TagFlag : std::uint16_t {
     kForeign = 1 << 10,  // not in the HTML namespace
 };
 
+struct TagFlagTables {
+    std::uint16_t of[3][kTagCount];  // by namespace, then by tag
+};
+extern const TagFlagTables kTagFlags;
+
 // The flags of an element with the given name in the given namespace.
-std::uint16_t FlagsOf(Tag tag, Namespace ns) noexcept;
+inline std::uint16_t FlagsOf(Tag tag, Namespace ns) noexcept {
+    return kTagFlags.of[static_cast<unsigned int>(ns)][static_cast<unsigned int>(tag)];
+}
 
 // The name, in lower case; empty for kUnknown.
 std::string_view NameOf(Tag tag) noexcept;
 
-// The tag of a name of `length` bytes in any letter case. At least eight bytes can be read at `name`,
-// whatever its length.
-Tag InternTag(const char* name, std::size_t length) noexcept;
+// Names of up to eight bytes are one 64-bit number, the key: the bytes, first one lowest, every letter in
+// lower case. One multiplication sends each of them to a slot of its own; the multiplier is found while
+// compiling.
+struct ShortTagNames {
+    static constexpr unsigned int kLongest = 8;
+    static constexpr unsigned int kSlotBits = 11;
+
+    std::uint64_t multiplier = 0x9E3779B97F4A7C15u;
+    std::uint8_t slots[1u << kSlotBits] = {};
+    std::uint64_t keys[kTagCount] = {};  // of longer names: their first eight bytes
+
+    constexpr std::size_t SlotOf(std::uint64_t key) const noexcept {
+        return static_cast<std::size_t>((key * multiplier) >> (64 - kSlotBits));
+    }
+};
+extern const ShortTagNames kShortTagNames;
+
+// The same for names of more than eight bytes.
+Tag InternLongTag(const char* name, std::size_t length) noexcept;
+
+// The tag of a name of `length` bytes, at least one, in any letter case. At least eight bytes can be read at
+// `name`, whatever its length.
+inline Tag InternTag(const char* name, std::size_t length) noexcept {
+    static_assert(std::endian::native == std::endian::little,
+                  "the first byte of a name is the lowest of its key");
+    if (length > ShortTagNames::kLongest) return InternLongTag(name, length);
+    std::uint64_t bytes;
+    std::memcpy(&bytes, name, sizeof bytes);
+    bytes &= ~std::uint64_t{0} >> (8 * (ShortTagNames::kLongest - length));
+    // Setting bit 5 turns A-Z into a-z and leaves a-z, 0-9 and '-' alone. Whatever else it changes becomes a
+    // byte that no listed name has, but for control characters: only they have neither bit 5 nor bit 6.
+    constexpr std::uint64_t kBit5 = 0x2020202020202020u;
+    const std::uint64_t ofLength = kBit5 >> (8 * (ShortTagNames::kLongest - length));
+    const std::uint64_t key = bytes | ofLength;
+    const std::uint8_t tag = kShortTagNames.slots[kShortTagNames.SlotOf(key)];
+    const bool controls = (((bytes >> 1) | bytes) & ofLength) != ofLength;
+    return kShortTagNames.keys[tag] == key && !controls ? static_cast<Tag>(tag) : Tag::kUnknown;
+}
 
 }  // namespace ZOTParser
