@@ -107,7 +107,7 @@ TEST(Beautify, StringsAreReplacedAndStreamsAppendedTo) {
 }
 
 TEST(GetDocumentTree, GivesTheWholeTreeUnranked) {
-    auto bytes = Bytes("<nav><a href=x>one</a></nav><table><tr><td>two</table>");
+    auto bytes = Bytes("<p><a href=x>one</a></p><table><tr><td>two</table>");
     const ZOT::SmartPtr<KTable> root = GetDocumentTree(bytes, ZOT::kCharsetUtf8);
     ASSERT_TRUE(root);
     EXPECT_EQ(root->NbRef(), 1);

@@ -45,7 +45,7 @@ std::string Dump(KTable& table) {
 Page::Page(std::string_view html) : tree_(ZOT::kCharsetUtf8) {
     const std::string bytes(html);
     ZOTFile::MemoryBuffer stream(bytes.data(), static_cast<unsigned int>(bytes.size()), 0);
-    ZOTParser::HtmlKeywordTable keywords(ZOTParser::HtmlKeywordTable::kDefaultReading);
+    ZOTParser::HtmlKeywordTable keywords(ZOTParser::HtmlKeywordTable::kTableReading);
     ZOTParser::HtmlDocParser(stream, keywords, tree_).Parse();
 }
 

@@ -12,13 +12,20 @@ public:
     using Node = ZOTParser::HtmlDocTree::HtmlTreeNode;
     using Children = ZOTParser::HtmlDocTree::ChildRange;
 
-    explicit ParsedPage(std::string_view page, ZOT::CHARSET charset = ZOT::kCharsetUtf8)
+    using Reading = ZOTParser::HtmlKeywordTable::PrtType;
+
+    explicit ParsedPage(std::string_view page, ZOT::CHARSET charset = ZOT::kCharsetUtf8,
+                        Reading reading = ZOTParser::HtmlKeywordTable::kTableReading)
         : page_(page.begin(), page.end()), tree_(charset) {
         ZOTFile::MemoryBuffer stream(page_.data(), static_cast<unsigned int>(page_.size()), 0);
-        Parse(stream);
+        Parse(stream, reading);
     }
 
-    ParsedPage(ZOT::BinaryStreamBuf& stream, ZOT::CHARSET charset) : tree_(charset) { Parse(stream); }
+    ParsedPage(std::string_view page, Reading reading) : ParsedPage(page, ZOT::kCharsetUtf8, reading) {}
+
+    ParsedPage(ZOT::BinaryStreamBuf& stream, ZOT::CHARSET charset) : tree_(charset) {
+        Parse(stream, ZOTParser::HtmlKeywordTable::kTableReading);
+    }
 
     const ZOTParser::HtmlDocTree& Tree() const { return tree_; }
     bool Parsed() const { return parsed_; }
@@ -41,8 +48,8 @@ public:
     }
 
 private:
-    void Parse(ZOT::BinaryStreamBuf& stream) {
-        ZOTParser::HtmlKeywordTable keywords(ZOTParser::HtmlKeywordTable::kDefaultReading);
+    void Parse(ZOT::BinaryStreamBuf& stream, Reading reading) {
+        ZOTParser::HtmlKeywordTable keywords(reading);
         ZOTParser::HtmlDocParser parser(stream, keywords, tree_);
         parsed_ = parser.Parse();
     }

@@ -112,6 +112,11 @@ public:
         nodes_[element].word_ |= keyword | (link ? kLinkFlag : 0);
     }
 
+    // Gives an element that has a role another one; whether it is a link stays.
+    void ChangeRole(NodeIndex element, unsigned int keyword) noexcept {
+        nodes_[element].word_ = (nodes_[element].word_ & ~0xFFu) | keyword;
+    }
+
     NodeIndex Parent(NodeIndex node) const noexcept { return nodes_[node].parent_; }
     NodeIndex FirstChild(NodeIndex node) const noexcept {
         return TypeOf(node) == NodeType::kText ? kNoNode : nodes_[node].first_;
@@ -172,7 +177,7 @@ private:
     static constexpr unsigned int kTextKindShift = 22;
     static constexpr unsigned int kClosedText = 1u << 24;
     static constexpr unsigned int kAttributeShift = 26;
-    static constexpr unsigned int kKeptAttributes = kHasHref;
+    static constexpr unsigned int kKeptAttributes = kHasHref | kHasStanding;
     static constexpr unsigned int kPieces = 1u << 25;  // first_ is the first piece of a list
 
     struct TextPiece {

@@ -1,5 +1,8 @@
 #include "roles.h"
 
+#include "block_reading.h"
+#include "reading_choice.h"
+
 namespace ZOTParser {
 namespace {
 
@@ -15,9 +18,7 @@ bool EndsItsLine(unsigned int keyword) noexcept {
            keyword == kKeywordList;
 }
 
-}  // namespace
-
-void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
+void AssignTableRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
     const NodeIndex end = nodes.End();
     for (NodeIndex node = kFirstNode; node < end; ++node) {
         if (nodes.TypeOf(node) != NodeType::kElement) continue;
@@ -26,6 +27,18 @@ void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
         nodes.SetRole(node, keyword, (word & kLinkFlag) != 0 && nodes.HasAttributeBit(node, kHasHref));
         if (EndsItsLine(keyword) && nodes.FirstChild(node) != kNoNode) nodes.Append(node, nodes.NewBreak());
     }
+}
+
+bool IsReadByBlocks(const NodeStore& nodes, HtmlKeywordTable::PrtType type) noexcept {
+    if (type == HtmlKeywordTable::kDefaultReading) return !IsLaidOutWithTables(nodes);
+    return type == HtmlKeywordTable::kBlockReading;
+}
+
+}  // namespace
+
+void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
+    AssignTableRoles(nodes, keywords);
+    if (IsReadByBlocks(nodes, keywords.Type())) ReadBlocks(nodes);
 }
 
 }  // namespace ZOTParser

@@ -4,8 +4,9 @@
 
 namespace ZOTParser {
 
-// Gives every element of a finished tree the role that the table says, and every paragraph, heading, quote
-// and list that has content a line break as its last child, so that nothing runs into it.
+// Gives every element of a finished tree the role that it plays in the reading that the table asks for, and
+// every paragraph, heading, quote and list that has content a line break as its last child, so that nothing
+// runs into it.
 void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept;
 
 }  // namespace ZOTParser

@@ -15,10 +15,16 @@ bool StartsWith(const char* at, const char* end, std::string_view word) noexcept
 }
 
 std::uint8_t BitOf(Span name) noexcept {
-    if (name.Size() != 4) return 0;
-    if (StartsWithIgnoringCase(name.first, name.last, "href")) return kHasHref;
-    if (StartsWithIgnoringCase(name.first, name.last, "type")) return kHasType;
-    return 0;
+    const auto is = [&](std::string_view word) {
+        return StartsWithIgnoringCase(name.first, name.last, word);
+    };
+    switch (name.Size()) {
+        case 4: return is("href") ? kHasHref : is("type") ? kHasType : is("role") ? kHasStanding : 0;
+        case 5: return is("style") ? kHasStanding : 0;
+        case 6: return is("hidden") ? kHasStanding : 0;
+        case 11: return is("aria-hidden") ? kHasStanding : 0;
+        default: return 0;
+    }
 }
 
 }  // namespace

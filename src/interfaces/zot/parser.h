@@ -28,6 +28,7 @@ enum KeywordId : unsigned int {
     kKeywordHeaderCell = 21,
     kKeywordParagraph = 22,
     kKeywordRule = 23,  // break before
+    kKeywordClutter = 26,  // of the block reading: nothing below is read, but a reader of the page sees it
     kKeywordCell = 27,
     kKeywordBreak = 28,
     kKeywordAnchor = 31,
@@ -45,13 +46,21 @@ enum KeywordId : unsigned int {
 // Bit of the keyword word that marks a link.
 constexpr unsigned int kLinkFlag = 0x40000;
 
-// Which role each tag plays. Building the tree does not depend on it; the roles are looked up here alone.
-// Immutable once built: any number of threads may parse with one table.
+// How the pages parsed with it are read, and which role each tag plays. Building the tree does not depend on
+// it. Immutable once built: any number of threads may parse with one table.
+//
+// In the table reading a page's tables are the table elements, and every tag has one role. In the block
+// reading the layout blocks (div, section, article, ...) are tables too, each of one row and one cell, which
+// hold what stands in the block and are no elements of the page; what a browser does not show is skipped, and
+// what stands around the content is clutter.
 class QUILL_API HtmlKeywordTable {
 public:
     enum PrtType : unsigned int {
-        kDefaultReading = 0,  // what the library uses
-        kTableReading = 1,    // layout tables are the tables
+        // The table reading for a page without layout blocks and for one laid out wholly with tables, the
+        // block reading for every other page. What the library uses.
+        kDefaultReading = 0,
+        kTableReading = 1,
+        kBlockReading = 2,
     };
 
     // What HtmlDocTree::GetText gives.
@@ -63,7 +72,7 @@ public:
 
     PrtType Type() const noexcept { return type_; }
 
-    // The keyword word of an element with the tag `tag` (an index of the parser's tag list). Its link flag
+    // The keyword word, in the table reading, of an element with the tag `tag` (an index of the parser's tag list). Its link flag
     // says that the element is a link if it has an address (`href`).
     unsigned int Word(unsigned int tag) const noexcept { return words_[tag]; }
 
