@@ -31,7 +31,8 @@ public:
     ~StandardStreams();
 
 private:
-    unsigned int terminal_charset_;  // code page that the terminal had; 0 where there is no such thing
+    [[maybe_unused]] unsigned int
+        terminal_charset_;  // code page that the terminal had; 0 where there is no such thing
 };
 
 }  // namespace QuillTool

@@ -42,7 +42,8 @@ public:
     // UTF-16 (low byte first).
     static FastConversion FastConversionFunction(ZOT::CHARSET from, ZOT::CHARSET to);
 
-    // The halves; null for a number that is no encoding. Encodings for Chinese, Japanese and Korean are only read.
+    // The halves; null for a number that is no encoding. Encodings for Chinese, Japanese and Korean are only
+    // read.
     static MbToWcConversion MbToWcConversionFunction(ZOT::CHARSET from);
     static WcToMbConversion WcToMbConversionFunction(ZOT::CHARSET to);
 };
