@@ -27,7 +27,7 @@ enum KeywordId : unsigned int {
     kKeywordListItem = 18,
     kKeywordHeaderCell = 21,
     kKeywordParagraph = 22,
-    kKeywordRule = 23,  // break before
+    kKeywordRule = 23,     // break before
     kKeywordClutter = 26,  // of the block reading: nothing below is read, but a reader of the page sees it
     kKeywordCell = 27,
     kKeywordBreak = 28,
@@ -72,8 +72,8 @@ public:
 
     PrtType Type() const noexcept { return type_; }
 
-    // The keyword word, in the table reading, of an element with the tag `tag` (an index of the parser's tag list). Its link flag
-    // says that the element is a link if it has an address (`href`).
+    // The keyword word, in the table reading, of an element with the tag `tag` (an index of the parser's tag
+    // list). Its link flag says that the element is a link if it has an address (`href`).
     unsigned int Word(unsigned int tag) const noexcept { return words_[tag]; }
 
     static constexpr unsigned int kTags = 256;  // room of the tag list
