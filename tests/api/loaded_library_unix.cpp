@@ -21,5 +21,6 @@ bool LoadedLibrary::StaysLoaded(const std::string& path) {
 }
 
 std::size_t LoadedLibrary::HeapInUse() {
-    return mallinfo2().uordblks;
+    const auto heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
 }
