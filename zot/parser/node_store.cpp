@@ -161,6 +161,10 @@ void NodeStore::AppendToText(NodeIndex text, TextKind kind, unsigned int positio
 }
 
 void NodeStore::GetText(const Node& text, std::u16string& out) const {
+    if ((text.word_ & kSpaceText) != 0) {
+        out.push_back(u' ');
+        return;
+    }
     if ((text.word_ & kPieces) == 0) {
         AppendDecodedText(source_ + text.position_, source_ + text.position_ + text.length_,
                           static_cast<TextKind>(text.word_ >> kTextKindShift & 3), out);

@@ -88,6 +88,10 @@ public:
     NodeIndex NewOther(NodeType type, unsigned int position, unsigned int length) noexcept {
         return NewNode(WordOf(type), position, length);
     }
+    // A text of one blank, and a line break, that the page does not spell out.
+    NodeIndex NewSpace() noexcept {
+        return NewNode(kKeywordText | WordOf(NodeType::kText) | kSpaceText, 0, 0);
+    }
     NodeIndex NewBreak() noexcept { return NewNode(kKeywordBreak | WordOf(NodeType::kBreak), 0, 0); }
 
     NodeType TypeOf(NodeIndex node) const noexcept {
@@ -150,6 +154,7 @@ public:
     void GetText(const Node& text, std::u16string& out) const;
     // Whether the text is one span of white space characters, written as themselves.
     bool IsSpace(const Node& text) const noexcept {
+        if ((text.word_ & kSpaceText) != 0) return true;
         const char* const first = source_ + text.position_;
         return IsHtmlSpace(*first) && (text.word_ & kPieces) == 0 &&
                FindNoSpace(first + 1, first + text.length_) == first + text.length_;
@@ -178,7 +183,8 @@ private:
     static constexpr unsigned int kClosedText = 1u << 24;
     static constexpr unsigned int kAttributeShift = 26;
     static constexpr unsigned int kKeptAttributes = kHasHref | kHasStanding;
-    static constexpr unsigned int kPieces = 1u << 25;  // first_ is the first piece of a list
+    static constexpr unsigned int kSpaceText = 1u << 31;  // one blank
+    static constexpr unsigned int kPieces = 1u << 25;     // first_ is the first piece of a list
 
     struct TextPiece {
         unsigned int position;

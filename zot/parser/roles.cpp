@@ -2,6 +2,7 @@
 
 #include "block_reading.h"
 #include "reading_choice.h"
+#include "text_structure.h"
 
 namespace ZOTParser {
 namespace {
@@ -38,7 +39,9 @@ bool IsReadByBlocks(const NodeStore& nodes, HtmlKeywordTable::PrtType type) noex
 
 void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
     AssignTableRoles(nodes, keywords);
-    if (IsReadByBlocks(nodes, keywords.Type())) ReadBlocks(nodes);
+    if (!IsReadByBlocks(nodes, keywords.Type())) return;
+    ReadBlocks(nodes);
+    KeepLines(nodes);
 }
 
 }  // namespace ZOTParser

@@ -1,0 +1,40 @@
+#include <gtest/gtest.h>
+#include <quill/quill.h>
+#include <zot/memory_buffer.h>
+
+// Lines of the text where a reader of the page sees lines.
+
+namespace {
+
+std::u16string TextOf(const std::string& body) {
+    const std::string page = "<!DOCTYPE html><div>" + body + "</div>";
+    ZOTFile::MemoryBuffer stream(page.data(), static_cast<unsigned int>(page.size()), 0);
+    std::u16string text;
+    QuillNS::Beautify(stream, ZOT::kCharsetUtf8, text, nullptr, nullptr);
+    return text;
+}
+
+struct Case {
+    const char* body;
+    const char16_t* text;
+};
+
+TEST(Lines, OfATextThatIsLaidOutWithBlocks) {
+    const Case cases[] = {
+        // A row of a data table is a line; its cells are parted by one blank, whatever stands between their
+        // tags.
+        {"a<table><tr><th>Name<th>Age<tr><td>Bob</td>\n<td>42</td>\n</table>", u"a\nName Age\nBob 42\n\n\n"},
+        {"a<table><tr><td>1<td>2<tr><td><b>3</b><td>4</table>b", u"a\n1 2\n3 4\n\nb\n\n"},
+        // One whose cells hold blocks is a layout: every cell has lines of its own.
+        {"a<table><tr><td><p>1<td>2<tr><td>3<td>4</table>", u"a\n1\n\n2\n\n3\n4\n\n"},
+        // Hidden cells stay out.
+        {"a<table><tr><td>1<td hidden>x<td>2<tr><td>3<td>4</table>", u"a\n1 2\n3 4\n\n\n"},
+        // Preformatted text keeps its lines in inline elements too, and runs into nothing.
+        {"a<pre>x\n  <code>y\n<i>z</i></code></pre>b", u"a\nx\n  y\nz\nb\n\n"},
+        // Inline elements part no word; blocks do.
+        {"wo<b>r</b>d<p>one<h2>two</h2>three", u"word\n\none\n\ntwo\nthree\n\n"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(TextOf(c.body), c.text) << c.body;
+}
+
+}  // namespace

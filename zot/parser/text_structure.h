@@ -1,0 +1,12 @@
+#pragma once
+
+#include "node_store.h"
+
+namespace ZOTParser {
+
+// Keeps lines where a reader of the page sees lines, in a tree whose blocks have been read:
+//   - preformatted text keeps its lines inside inline elements too, and stands on lines of its own
+//   - a table of data gives a line for every row, its cells parted by a blank
+void KeepLines(NodeStore& nodes) noexcept;
+
+}  // namespace ZOTParser
