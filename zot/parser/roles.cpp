@@ -19,7 +19,15 @@ bool EndsItsLine(unsigned int keyword) noexcept {
            keyword == kKeywordList;
 }
 
-void AssignTableRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
+// What there is on a page, so that no pass looks for what there is not.
+struct Found {
+    bool blocks = false;
+    bool tables = false;
+    bool preformatted = false;
+};
+
+Found AssignTableRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
+    Found found;
     const NodeIndex end = nodes.End();
     for (NodeIndex node = kFirstNode; node < end; ++node) {
         if (nodes.TypeOf(node) != NodeType::kElement) continue;
@@ -27,21 +35,25 @@ void AssignTableRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexce
         const unsigned int keyword = word & 0xFF;
         nodes.SetRole(node, keyword, (word & kLinkFlag) != 0 && nodes.HasAttributeBit(node, kHasHref));
         if (EndsItsLine(keyword) && nodes.FirstChild(node) != kNoNode) nodes.Append(node, nodes.NewBreak());
+        found.blocks |= keyword == kKeywordBlock;
+        found.tables |= keyword == kKeywordTable;
+        found.preformatted |= keyword == kKeywordPreformatted;
     }
+    return found;
 }
 
-bool IsReadByBlocks(const NodeStore& nodes, HtmlKeywordTable::PrtType type) noexcept {
-    if (type == HtmlKeywordTable::kDefaultReading) return !IsLaidOutWithTables(nodes);
-    return type == HtmlKeywordTable::kBlockReading;
+bool IsReadByBlocks(const NodeStore& nodes, const Found& found, HtmlKeywordTable::PrtType type) noexcept {
+    if (type != HtmlKeywordTable::kDefaultReading) return type == HtmlKeywordTable::kBlockReading;
+    return found.blocks && !(found.tables && IsLaidOutWithTables(nodes));
 }
 
 }  // namespace
 
 void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
-    AssignTableRoles(nodes, keywords);
-    if (!IsReadByBlocks(nodes, keywords.Type())) return;
+    const Found found = AssignTableRoles(nodes, keywords);
+    if (!IsReadByBlocks(nodes, found, keywords.Type())) return;
     ReadBlocks(nodes);
-    KeepLines(nodes);
+    if (found.tables || found.preformatted) KeepLines(nodes);
 }
 
 }  // namespace ZOTParser
