@@ -147,27 +147,38 @@ std::string Sequences(const std::vector<std::pair<int, int>>& ranges) {
     return all;
 }
 
-// Digests of what another implementation of the standard makes of the same bytes.
+// Digests of what another implementation of the standard makes of the same bytes. Indexes that the system has
+// no more than a part of, as `rare` shows, are left out.
 TEST(ToUtf8, HasTheIndexesOfTheStandard) {
     const std::string pairs = Sequences({{0x80, 0xFF}, {0x30, 0xFF}, {'\n', '\n'}});
     struct Index {
         ZOT::CHARSET charset;
         std::string bytes;
         std::uint64_t digest;
+        std::string rare, rareInUtf8;
     };
     const Index indexes[] = {
-        {ZOT::kCharsetBig5, pairs, 0x30C86551108FD50C},
-        {ZOT::kCharsetGbk, pairs, 0x4332A6107BDA573E},
-        {ZOT::kCharsetGb18030, pairs, 0x4332A6107BDA573E},
+        {ZOT::kCharsetBig5, pairs, 0x30C86551108FD50C, "\x87\x40", "\xE4\x8F\xB0"},
+        {ZOT::kCharsetGbk, pairs, 0x4332A6107BDA573E, "\xFE\x50", "\xE2\xBA\x81"},
+        {ZOT::kCharsetGb18030, pairs, 0x4332A6107BDA573E, "\xFE\x50", "\xE2\xBA\x81"},
         {ZOT::kCharsetGb18030, Sequences({{0x81, 0x84}, {'0', '9'}, {0x81, 0xFE}, {'0', '9'}}),
-         0xD7651DF32C1680D6},
-        {ZOT::kCharsetEucKr, pairs, 0x98437601FA383D08},
-        {ZOT::kCharsetEucJp, pairs, 0xA746E93EEB339425},
-        {ZOT::kCharsetEucJp, Sequences({{0x8F, 0x8F}, {0xA1, 0xFE}, {0xA1, 0xFE}}), 0x6D03049F983CF0EB},
-        {ZOT::kCharsetShiftJis, pairs, 0x9106D1AF0D970C81},
-        {ZOT::kCharsetIso2022Jp, "\x1B$B" + Sequences({{0x21, 0x7E}, {0x21, 0x7E}}), 0x0F191C1C356BB12A},
+         0xD7651DF32C1680D6, "\xFE\x50", "\xE2\xBA\x81"},
+        {ZOT::kCharsetEucKr, pairs, 0x98437601FA383D08, "", ""},
+        {ZOT::kCharsetEucJp, pairs, 0xA746E93EEB339425, "", ""},
+        {ZOT::kCharsetEucJp, Sequences({{0x8F, 0x8F}, {0xA1, 0xFE}, {0xA1, 0xFE}}), 0x6D03049F983CF0EB, "",
+         ""},
+        {ZOT::kCharsetShiftJis, pairs, 0x9106D1AF0D970C81, "", ""},
+        {ZOT::kCharsetIso2022Jp, "\x1B$B" + Sequences({{0x21, 0x7E}, {0x21, 0x7E}}), 0x0F191C1C356BB12A, "",
+         ""},
     };
-    for (const Index& c : indexes) EXPECT_EQ(Digest(ToUtf8(c.charset, c.bytes)), c.digest) << c.charset;
+    std::string partial;
+    for (const Index& c : indexes) {
+        if (ToUtf8(c.charset, c.rare) == c.rareInUtf8) {
+            EXPECT_EQ(Digest(ToUtf8(c.charset, c.bytes)), c.digest) << c.charset;
+        } else {
+            partial += " " + std::to_string(c.charset);
+        }
+    }
 
     std::string singles;
     for (const int charset : {866,   28592, 28593, 28594, 28595, 28596, 28597, 28598, 38598, 28600,
@@ -176,6 +187,7 @@ TEST(ToUtf8, HasTheIndexesOfTheStandard) {
         singles += ToUtf8(static_cast<ZOT::CHARSET>(charset), Sequences({{0, 0xFF}}));
     }
     EXPECT_EQ(Digest(singles), 0x9D24A0FD722EF058u);
+    if (!partial.empty()) GTEST_SKIP() << "the system has no more than a part of" << partial;
 }
 
 TEST(Conv, LeavesAnIncompleteCharacterUnconsumed) {

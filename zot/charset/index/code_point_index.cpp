@@ -134,7 +134,10 @@ IndexView Jis0208Index() {
 }
 
 IndexView Jis0212Index() {
-    return jis0212.View([](auto& points) { FillFrom(SourceEncoding::kEucJp, Jis0212Bytes, points); });
+    return jis0212.View([](auto& points) {
+        FillFrom(SourceEncoding::kEucJp, Jis0212Bytes, points);
+        Mend(std::begin(kJis0212Mends), std::end(kJis0212Mends), points);
+    });
 }
 
 IndexView Gb18030Ranges() {

@@ -43,4 +43,6 @@ constexpr IndexMend kGb18030Mends[] = {
     {23794, 0xE831}, {23804, 0xE83B}, {23830, 0xE855},
 };
 
+constexpr IndexMend kJis0212Mends[] = {{116, 0xFF5E}};
+
 }  // namespace ZOTCharset

@@ -8,12 +8,24 @@ namespace ZOTCharset {
 
 namespace {
 
-constexpr UINT kCodePages[] = {950, 936, 949, 932, 20932};
+constexpr UINT kGbk = 936;
+constexpr UINT kGb18030 = 54936;  // GBK and more; not every system has it
+constexpr UINT kCodePages[] = {950, kGbk, 949, 932, 20932};
+
+const UINT& CodePageOf(SourceEncoding encoding) {
+    const bool better = encoding == SourceEncoding::kGb18030 && IsValidCodePage(kGb18030);
+    return better ? kGb18030 : kCodePages[static_cast<std::size_t>(encoding)];
+}
+
+// Only the index of GB18030 has characters for private use; the system gives them to whatever a code page
+// leaves open.
+bool IsOpenPlace(WCHAR unit, UINT codePage) {
+    return unit >= 0xE000 && unit <= 0xF8FF && codePage != kGbk && codePage != kGb18030;
+}
 
 }  // namespace
 
-IndexSource::IndexSource(SourceEncoding encoding)
-    : descriptor_(const_cast<UINT*>(&kCodePages[static_cast<std::size_t>(encoding)])) {}
+IndexSource::IndexSource(SourceEncoding encoding) : descriptor_(const_cast<UINT*>(&CodePageOf(encoding))) {}
 
 IndexSource::~IndexSource() = default;
 
@@ -31,7 +43,7 @@ char32_t IndexSource::Decode(const unsigned char* bytes, std::size_t count) {
     WCHAR units[4];
     const int made = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, reinterpret_cast<const char*>(bytes),
                                          static_cast<int>(count), units, static_cast<int>(std::size(units)));
-    if (made == 1) return units[0];
+    if (made == 1) return IsOpenPlace(units[0], codePage) ? 0 : units[0];
     if (made != 2 || !IS_SURROGATE_PAIR(units[0], units[1])) return 0;
     return 0x10000 + ((units[0] & 0x3FFu) << 10) + (units[1] & 0x3FFu);
 }
