@@ -31,8 +31,7 @@ public:
     ~StandardStreams();
 
 private:
-    [[maybe_unused]] unsigned int
-        terminal_charset_;  // code page that the terminal had; 0 where there is no such thing
+    [[maybe_unused]] unsigned int terminal_charset_;  // code page that it had; 0 where there is no such thing
 };
 
 }  // namespace QuillTool
