@@ -21,7 +21,8 @@ struct Attribute {
     Span value;  // not decoded; empty when the attribute has none
 };
 
-// Attributes that tree construction or a node's role depend on, as bits: a tag has one of that name.
+// Attributes that tree construction or a node's role depend on, as bits: a tag has one of that name
+// (kHasStanding: or of one much like it).
 enum AttributeBit : std::uint8_t {
     kHasHref = 1 << 0,
     kHasType = 1 << 1,

@@ -2,38 +2,34 @@
 
 #include <cstdint>
 
-#include "text_measure.h"
 #include "tree_walk.h"
 
 namespace ZOTParser {
 namespace {
 
-// Of a hundred words that a reader sees, those that must stand in tables. Blocks give the better text as soon
-// as a layout has anything but tables to say where its text stands.
-constexpr std::uint64_t kLeastWordsInTables = 99;
+// Of a hundred bytes of the text that a reader sees, those that must stand in tables. Blocks give the better
+// text as soon as a layout has anything but tables to say where its text stands.
+constexpr std::uint64_t kLeastTextInTables = 99;
 
 }  // namespace
 
 bool IsLaidOutWithTables(const NodeStore& nodes) noexcept {
-    bool hasBlocks = false;
-    std::uint64_t words = 0;
-    std::uint64_t wordsInTables = 0;
+    std::uint64_t text = 0;  // bytes of the source
+    std::uint64_t textInTables = 0;
     unsigned int openTables = 0;
     WalkTree(
         nodes,
         [&](NodeIndex node) {
             const unsigned int keyword = nodes[node].Keyword();
-            if (keyword == kKeywordText) {
-                const unsigned int count = MeasureText(nodes, node).words;
-                words += count;
-                if (openTables != 0) wordsInTables += count;
+            if (keyword == kKeywordText && !nodes[node].IsSpace()) {
+                text += nodes[node].SourceLength();
+                if (openTables != 0) textInTables += nodes[node].SourceLength();
             }
-            hasBlocks |= keyword == kKeywordBlock;
             openTables += keyword == kKeywordTable;
             return keyword != kKeywordSkipped;
         },
         [&](NodeIndex node) { openTables -= nodes[node].Keyword() == kKeywordTable; });
-    return !hasBlocks || (words != 0 && wordsInTables * 100 >= words * kLeastWordsInTables);
+    return text != 0 && textInTables * 100 >= text * kLeastTextInTables;
 }
 
 }  // namespace ZOTParser

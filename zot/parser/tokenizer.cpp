@@ -1,5 +1,6 @@
 #include "tokenizer.h"
 
+#include <bit>
 #include <cstring>
 
 namespace ZOTParser {
@@ -14,15 +15,28 @@ bool StartsWith(const char* at, const char* end, std::string_view word) noexcept
            std::memcmp(at, word.data(), word.size()) == 0;
 }
 
+// The first four bytes of a word, in lower case where they are letters, as the number that memory makes of
+// them.
+constexpr std::uint32_t HeadOf(std::string_view word) noexcept {
+    const char head[] = {word[0], word[1], word[2], word[3]};
+    return std::bit_cast<std::uint32_t>(head) | 0x20202020u;
+}
+
+// A letter is what it is after its case is taken away, so the names of four letters are told apart exactly;
+// of the longer ones the head and the length do, since whoever asks looks at the attribute itself.
 std::uint8_t BitOf(Span name) noexcept {
-    const auto is = [&](std::string_view word) {
-        return StartsWithIgnoringCase(name.first, name.last, word);
+    const std::size_t size = name.Size();
+    if (size < 4) return 0;
+    const auto bitIf = [size](std::size_t length, AttributeBit bit) {
+        return size == length ? std::uint8_t{bit} : std::uint8_t{0};
     };
-    switch (name.Size()) {
-        case 4: return is("href") ? kHasHref : is("type") ? kHasType : is("role") ? kHasStanding : 0;
-        case 5: return is("style") ? kHasStanding : 0;
-        case 6: return is("hidden") ? kHasStanding : 0;
-        case 11: return is("aria-hidden") ? kHasStanding : 0;
+    switch (HeadOf(name.View())) {
+        case HeadOf("href"): return bitIf(4, kHasHref);
+        case HeadOf("type"): return bitIf(4, kHasType);
+        case HeadOf("role"): return bitIf(4, kHasStanding);
+        case HeadOf("style"): return bitIf(5, kHasStanding);
+        case HeadOf("hidden"): return bitIf(6, kHasStanding);
+        case HeadOf("aria-hidden"): return bitIf(11, kHasStanding);
         default: return 0;
     }
 }
