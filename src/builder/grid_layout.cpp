@@ -10,6 +10,7 @@
 #include "grid_layout.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace QuillNS {
 namespace {
@@ -125,6 +126,19 @@ bool LayoutTable(NodeIterator first, NodeIterator last, unsigned int& cols, unsi
         break;
     }
     return true;
+}
+
+const ZOTParser::HtmlDocTree::HtmlTreeNode* OnlyCell(ZOTParser::HtmlDocTree::ChildRange children) {
+    const auto only = [](ZOTParser::HtmlDocTree::ChildRange entries) {
+        NodeIterator first = entries.Begin();
+        return first != entries.End() && std::next(first) == entries.End() ? first.operator->() : nullptr;
+    };
+    const auto* const row = only(children);
+    if (row == nullptr || row->Keyword() != ZOTParser::kKeywordRow) return nullptr;
+    const auto* const cell = only(row->Children());
+    const bool isPlain =
+        cell != nullptr && cell->Keyword() == ZOTParser::kKeywordCell && cell->SourceLength() == 0;
+    return isPlain ? cell : nullptr;
 }
 
 unsigned int SpanOf(const std::string& value, unsigned int most) {

@@ -75,6 +75,10 @@ private:
 bool LayoutTable(ZOTParser::HtmlDocTree::ChildIterator first, ZOTParser::HtmlDocTree::ChildIterator last,
                  unsigned int& cols, unsigned int& rows, LayoutGrid& grid, GridBudget& budget);
 
+// The cell of a table of one row and one cell that the page does not spell out, which is what the blocks of a
+// page are delivered as; null for any other table. Its layout is one slot.
+const ZOTParser::HtmlDocTree::HtmlTreeNode* OnlyCell(ZOTParser::HtmlDocTree::ChildRange children);
+
 // The value of a span attribute as `atoi` reads it (white space, a sign, digits; 0 for anything else), held
 // within 1 to `most`. An absent (empty) one is 1.
 unsigned int SpanOf(const std::string& value, unsigned int most);

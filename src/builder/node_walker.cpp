@@ -91,10 +91,11 @@ void NodeWalker::ParseElement(const Node& node, ZOT::SmartPtr<KCell>& cell, bool
 
 // What stands in the table outside its cells (a caption, text between rows) is not read.
 void NodeWalker::ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell) {
+    const auto children = node.Children();
+    if (const Node* const only = OnlyCell(children)) return ParseOneCell(*only, *cell);
     LayoutGrid grid;
     unsigned int cols = 0;
     unsigned int rows = 0;
-    const auto children = node.Children();
     if (!LayoutTable(children.Begin(), children.End(), cols, rows, grid, gridBudget_)) {
         outOfMemory_ |= rows != 0;
         return;
@@ -102,6 +103,16 @@ void NodeWalker::ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell) {
     if (cols == 0) return;
     const ZOT::SmartPtr<KTable> table = AddTable(*cell, cols, rows);
     if (table) FillGrid(grid, *table);
+}
+
+void NodeWalker::ParseOneCell(const Node& node, KCell& cell) {
+    gridBudget_.Spend(1);
+    const ZOT::SmartPtr<KTable> table = AddTable(cell, 1, 1);
+    if (!table || !node.HasChildren()) return;
+    ZOT::SmartPtr<KCell> only = ParseCell(node, *table, 0, 0);
+    if (!only || only->IsEmpty()) return;
+    BreakLine(only);  // behind its row
+    BreakLine(only);  // behind the table
 }
 
 // Null when memory runs out.

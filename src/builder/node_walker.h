@@ -36,6 +36,7 @@ private:
     void ParseLink(const Node& node, ZOT::SmartPtr<KCell>& cell, bool inAnchor, bool preformatted);
     void ParseElement(const Node& node, ZOT::SmartPtr<KCell>& cell, bool inAnchor);
     void ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell);
+    void ParseOneCell(const Node& node, KCell& cell);
     void FillGrid(const LayoutGrid& grid, KTable& table);
     ZOT::SmartPtr<KTable> AddTable(KCell& cell, unsigned int cols, unsigned int rows);
     ZOT::SmartPtr<KCell> ParseCell(const Node& node, KTable& table, unsigned int col, unsigned int row);

@@ -23,7 +23,8 @@ unsigned int KRankParameters::MaxDepth() const noexcept {
 }
 
 double KRankParameters::DepthFactor(unsigned int depth) const {
-    return 1.0 / std::pow(2.0, static_cast<double>(static_cast<int>(depth)));
+    return 1.0 /
+           std::ldexp(1.0, static_cast<int>(depth));  // a power of two, as exact as pow and without its cost
 }
 
 }  // namespace QuillNS
