@@ -8,13 +8,21 @@ namespace {
 constexpr std::string_view kClutterRoles[] = {"navigation", "contentinfo", "complementary",
                                               "search",     "dialog",      "banner"};
 
-// Whether the style declares `property` with `value`, whatever white space stands around the colon.
-bool Declares(Span style, std::string_view property, std::string_view value) noexcept {
-    for (const char* at = style.first; at < style.last; ++at) {
-        if (!StartsWithIgnoringCase(at, style.last, property)) continue;
-        const char* next = SkipHtmlSpace(at + property.size(), style.last);
-        if (next == style.last || *next != ':') continue;
-        if (StartsWithIgnoringCase(SkipHtmlSpace(next + 1, style.last), style.last, value)) return true;
+// Whether `property` stands before the colon at `colon`, and `value` behind it.
+bool IsDeclaration(Span style, const char* colon, std::string_view property,
+                   std::string_view value) noexcept {
+    if (!StartsWithIgnoringCase(SkipHtmlSpace(colon + 1, style.last), style.last, value)) return false;
+    while (colon > style.first && IsHtmlSpace(colon[-1])) --colon;
+    const auto length = static_cast<std::ptrdiff_t>(property.size());
+    return colon - style.first >= length && StartsWithIgnoringCase(colon - length, colon, property);
+}
+
+// Whether the style keeps the element from being shown.
+bool Hides(Span style) noexcept {
+    for (const char* at = FindByte(style.first, style.last, ':'); at < style.last;
+         at = FindByte(at + 1, style.last, ':')) {
+        if (IsDeclaration(style, at, "display", "none") || IsDeclaration(style, at, "visibility", "hidden"))
+            return true;
     }
     return false;
 }
@@ -35,8 +43,7 @@ Standing StandingOf(const NodeStore& nodes, NodeIndex element) noexcept {
         const Span name = attribute.name;
         if (IsIgnoringCase(name, "hidden") ||
             (IsIgnoringCase(name, "aria-hidden") && IsIgnoringCase(attribute.value, "true")) ||
-            (IsIgnoringCase(name, "style") && (Declares(attribute.value, "display", "none") ||
-                                               Declares(attribute.value, "visibility", "hidden")))) {
+            (IsIgnoringCase(name, "style") && Hides(attribute.value))) {
             standing = Standing::kHidden;
         } else if (standing == Standing::kShown && IsIgnoringCase(name, "role") &&
                    IsClutterRole(attribute.value)) {
