@@ -2,6 +2,8 @@
 
 namespace QuillTool {
 
+const char* const kHelpUsage = "quill [OPTIONS] [FILE|DIR|-]...";
+
 const char* const kHelpDescription =
     "Prints the readable main content of HTML pages as UTF-8 text, without the navigation bars, link lists\n"
     "and other clutter around it.";
@@ -34,19 +36,5 @@ Exit codes:
   0  all went well
   1  an input could not be read, or the output not be written; standard error says which
   2  wrong usage)";
-
-HelpFormatter::HelpFormatter() {
-    constexpr std::size_t kOptionColumn = 20;
-    column_width(kOptionColumn);
-}
-
-std::string HelpFormatter::make_usage(const CLI::App*, std::string) const {
-    return "\nUsage: quill [OPTIONS] [FILE|DIR|-]...\n";
-}
-
-std::string HelpFormatter::make_option_opts(const CLI::Option* option) const {
-    const std::string value = option->get_type_name();
-    return value.empty() ? value : ' ' + value;
-}
 
 }  // namespace QuillTool

@@ -5,7 +5,9 @@
 #include <thread>
 
 #include "charset_name.h"
+#include "exit_code.h"
 #include "help.h"
+#include "help_formatter.h"
 #include "inputs.h"
 
 namespace QuillTool {
@@ -18,7 +20,7 @@ constexpr unsigned int kMaxJobs = 256;
 class CommandLine {
 public:
     explicit CommandLine(Options& options) : options_(options), app_(kHelpDescription, "quill") {
-        app_.formatter(std::make_shared<HelpFormatter>());
+        app_.formatter(std::make_shared<HelpFormatter>(kHelpUsage));
         app_.footer(kHelpFooter);
         app_.option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
         app_.allow_extras();

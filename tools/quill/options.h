@@ -20,10 +20,6 @@ struct Options {
     unsigned int jobs = 1;
 };
 
-constexpr int kExitWell = 0;
-constexpr int kExitFailed = 1;
-constexpr int kExitWrongUsage = 2;
-
 // Reads the command line. Returns the exit code where the program has nothing more to do: help or the version
 // was printed, or the usage was wrong, which standard error then explains.
 std::optional<int> ParseOptions(std::vector<std::string> arguments, Options& options);

@@ -3,18 +3,14 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "whole_lines.h"
+
 namespace QuillTool {
 
 namespace {
 
 const char* TypeName(QuillNS::DocumentType type) {
     return type == QuillNS::LinkPage ? "links" : "content";
-}
-
-// A text may end with blank lines, or within a line.
-std::string WholeLines(std::string text) {
-    text.resize(text.find_last_not_of('\n') + 1);
-    return text.empty() ? text : text + '\n';
 }
 
 std::string Json(const std::string& name, PageText page) {

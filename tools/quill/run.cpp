@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "console.h"
+#include "exit_code.h"
 #include "extractor.h"
 #include "inputs.h"
 #include "options.h"
@@ -103,7 +104,7 @@ private:
     }
 
     const Options& options_;
-    Console console_;
+    Console console_{"quill"};
     const std::vector<Input> inputs_;
     const Extractor extractor_;
     OutputFolder folder_;

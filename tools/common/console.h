@@ -9,12 +9,13 @@ namespace QuillTool {
 // Standard error: messages about inputs and the progress bar. One thread uses it.
 class Console {
 public:
-    Console() = default;
+    // `program` is the name that messages begin with.
+    explicit Console(const char* program) : program_(program) {}
     Console(const Console&) = delete;  // two would draw over each other
     Console& operator=(const Console&) = delete;
     ~Console() { ClearBar(); }
 
-    // "quill: NAME: REASON". Control characters of the name are shown as "?".
+    // "PROGRAM: NAME: REASON". Control characters of the name are shown as "?".
     void Error(const std::string& name, const std::string& reason);
     bool HadErrors() const { return had_errors_; }
 
@@ -29,6 +30,7 @@ private:
     void Say(const std::string& name, const std::string& text);
     void ClearBar();
 
+    const char* program_;
     bool had_errors_ = false;
     bool bar_allowed_ = false;
     std::size_t bar_width_ = 0;  // characters on the line; 0: no bar is shown

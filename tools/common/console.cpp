@@ -42,7 +42,7 @@ void Console::Note(const std::string& name, const std::string& text) {
 
 void Console::Say(const std::string& name, const std::string& text) {
     ClearBar();
-    Write("quill: " + Printable(name) + ": " + text + "\n");
+    Write(program_ + (": " + Printable(name)) + ": " + text + "\n");
 }
 
 void Console::Progress(std::size_t done, std::size_t total) {

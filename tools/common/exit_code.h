@@ -1,0 +1,9 @@
+#pragma once
+
+namespace QuillTool {
+
+constexpr int kExitWell = 0;
+constexpr int kExitFailed = 1;
+constexpr int kExitWrongUsage = 2;
+
+}  // namespace QuillTool
