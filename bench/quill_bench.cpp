@@ -53,6 +53,32 @@ void Extract(const ZOT::SmartPtr<KTable>& tree) {
     benchmark::DoNotOptimize(type);
 }
 
+// An article that repeats itself up to a size: the cost of a byte must not depend on how many there are.
+std::string ArticleOf(std::size_t size) {
+    constexpr std::string_view kPart =
+        "<div class=part><h2>The tides</h2><p>The pull of the <a href=moon.html>Moon</a> raises two bulges "
+        "of water; "
+        "<b>the Earth</b> turns under them, so most coasts see high water twice a day.</p>\n"
+        "<ul><li>Spring tides<li>Neap tides</ul><table><tr><td>Place<td>Range<tr><td>Kettle Creek<td>4.1 "
+        "m</table></div>\n";
+    std::string page = "<!DOCTYPE html><title>Tides</title><div>";
+    page.reserve(size + kPart.size());
+    while (page.size() < size) page += kPart;
+    return page;
+}
+
+void OneSize(benchmark::State& state) {
+    const std::string page = ArticleOf(static_cast<std::size_t>(state.range(0)));
+    for (auto _ : state) benchmark::DoNotOptimize(BeautifyPage(page));
+    state.SetBytesProcessed(static_cast<std::int64_t>(page.size()) *
+                            static_cast<std::int64_t>(state.iterations()));
+}
+
+BENCHMARK(OneSize)
+    ->Name("whole road, one page of bytes")
+    ->RangeMultiplier(10)
+    ->Range(10'000, 100'000'000)
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK(EachPage<ParsePage>)->Name("parse")->Unit(benchmark::kMillisecond);
 BENCHMARK(EachPage<BuildPage>)->Name("parse and build")->Unit(benchmark::kMillisecond);
 BENCHMARK(EachTree<RankAndSelect>)->Name("rank and select")->Unit(benchmark::kMillisecond);
