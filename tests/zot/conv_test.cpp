@@ -104,6 +104,18 @@ TEST(ToUtf8, DecodesAsTheStandardSays) {
     for (const Case& c : kCases) EXPECT_EQ(ToUtf8(c.from, c.bytes), c.utf8) << c.from << " " << c.bytes;
 }
 
+// A text may end with a block that was taken at once.
+TEST(ToUtf8, EndsWhereTheTextEnds) {
+    for (std::size_t length = 0; length <= 100; ++length) {
+        const std::string text(length, 'a');
+        std::string utf16;
+        for (const char c : text) utf16 += {c, '\0'};
+        EXPECT_EQ(ToUtf8(ZOT::kCharsetUtf16Le, utf16), text);
+        EXPECT_EQ(ToUtf8(ZOT::kCharsetWindows1252, text), text);
+        EXPECT_EQ(ToUtf8(ZOT::kCharsetUtf8, text), text);
+    }
+}
+
 TEST(Conv, GivesTheSameInPiecesAndThroughHalves) {
     for (const Case& c : kCases) {
         if (ZOT::CharsetName(c.from) == nullptr) continue;

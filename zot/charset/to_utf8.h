@@ -118,7 +118,7 @@ void Utf16ToUtf8(Bytes& source, ByteRoom& target, bool last, bool strict) {
             target.at += count;
             if (count != Block::kWidth) break;
         }
-        do {
+        while (source.at != source.end) {
             if (target.Left() < kLongestUtf8) return;
             const Utf16Character next = NextUtf16<kHighFirst>(source);
             if (next.length <= 0 && (strict || (next.length == 0 && !last))) return;
@@ -127,7 +127,7 @@ void Utf16ToUtf8(Bytes& source, ByteRoom& target, bool last, bool strict) {
             if (next.length < 0) source.at -= next.length;
             if (next.length == 0) source.at = source.end;
             if (next.point < 0x80) break;
-        } while (source.at != source.end);
+        }
     }
 }
 
