@@ -43,9 +43,10 @@ QUILL_API bool Beautify(ZOTParser::HtmlDocTree& tree, ZOT::BinaryStreamBuf& out,
 QUILL_API bool Beautify(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset, ZOT::BinaryStreamBuf& out,
                         std::u16string* documentText, DocumentType* type);
 
-// The content tree of the page, unranked: a table of one column and three rows whose row 1 holds the body
-// cell, with everything of the page outside tables and, as items, its tables. Rows 0 and 2 are null, and so
-// is row 1 for a page without content. Null when memory runs out.
+// The content tree of the page, which a host may have parsed itself, unranked: a table of one column and
+// three rows whose row 1 holds the body cell, with everything of the page outside tables and, as items, its
+// tables. Rows 0 and 2 are null, and so is row 1 for a page without content. Null when memory runs out.
 QUILL_API ZOT::SmartPtr<KTable> GetDocumentTree(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset);
+QUILL_API ZOT::SmartPtr<KTable> GetDocumentTree(ZOTParser::HtmlDocTree& tree);
 
 }  // namespace QuillNS

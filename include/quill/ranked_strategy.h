@@ -22,6 +22,8 @@ public:
     QuillRankedStrategy& operator=(const QuillRankedStrategy&) = default;
     ~QuillRankedStrategy() override;
 
+    const ZOT::SmartPtr<KRankParameters>& Parameters() const noexcept { return parameters_; }
+
     // Whether the table is one of the winners.
     bool IsGoodTable(const ZOT::SmartPtr<KTable>& table) override;
     // Whether KCell::Rank lies strictly above KRankParameters::CellLowScore.

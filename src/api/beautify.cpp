@@ -48,4 +48,10 @@ ZOT::SmartPtr<KTable> GetDocumentTree(ZOT::BinaryStreamBuf& page, ZOT::CHARSET c
     return root;
 }
 
+ZOT::SmartPtr<KTable> GetDocumentTree(ZOTParser::HtmlDocTree& tree) {
+    ZOT::SmartPtr<KTable> root = MakeRoot();
+    BuildTree(tree, root, nullptr);
+    return root;
+}
+
 }  // namespace QuillNS

@@ -115,6 +115,20 @@ TEST(GetDocumentTree, GivesTheWholeTreeUnranked) {
     EXPECT_EQ(root->GetCell(0, 1)->Tables(), 1u);
 }
 
+TEST(GetDocumentTree, TakesTheReadingOfATreeThatTheHostParsed) {
+    for (const auto reading :
+         {ZOTParser::HtmlKeywordTable::kTableReading, ZOTParser::HtmlKeywordTable::kBlockReading}) {
+        auto bytes = Bytes("<div>one</div><div>two</div>");
+        ZOTParser::HtmlKeywordTable keywords(reading);
+        ZOTParser::HtmlDocTree tree(ZOT::kCharsetUtf8);
+        ZOTParser::HtmlDocParser(bytes, keywords, tree).Parse();
+        const ZOT::SmartPtr<KTable> root = GetDocumentTree(tree);
+        ASSERT_TRUE(root);
+        const bool blocks = reading == ZOTParser::HtmlKeywordTable::kBlockReading;
+        EXPECT_EQ(root->GetCell(0, 1)->Tables(), blocks ? 2u : 0u);
+    }
+}
+
 TEST(GetDocumentTree, APageWithoutContentHasThreeEmptyRows) {
     auto bytes = Bytes("");
     const ZOT::SmartPtr<KTable> root = GetDocumentTree(bytes, ZOT::kCharsetUtf8);

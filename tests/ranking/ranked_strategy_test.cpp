@@ -47,6 +47,7 @@ TEST(RankedStrategy, CopiesShareParametersAndWinners) {
         QuillRankedStrategy copy(*strategy);
         EXPECT_EQ(copy.NbRef(), 0);
         EXPECT_EQ(strategy->NbRef(), 1);
+        EXPECT_EQ(copy.Parameters(), parameters);
         EXPECT_EQ(parameters->NbRef(), 3);
         EXPECT_EQ(winners.NbRef(), 3);
         QuillRankedStrategy other(ZOT::SmartPtr<KRankParameters>(new KRankParameters, true),

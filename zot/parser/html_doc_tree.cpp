@@ -32,6 +32,11 @@ void HtmlDocTree::HtmlTreeNode::GetText(std::u16string& text) const {
     if (Keyword() == kKeywordText) NodeStore::Of(*this)->GetText(*this, text);
 }
 
+void HtmlDocTree::HtmlTreeNode::GetSpans(std::vector<TextSpan>& spans) const {
+    spans.clear();
+    if (Keyword() == kKeywordText) NodeStore::Of(*this)->GetSpans(*this, spans);
+}
+
 bool HtmlDocTree::HtmlTreeNode::IsSpace() const noexcept {
     return Keyword() == kKeywordText && NodeStore::Of(*this)->IsSpace(*this);
 }

@@ -160,20 +160,31 @@ void NodeStore::AppendToText(NodeIndex text, TextKind kind, unsigned int positio
     pieces_[node.first_].tail = piece;
 }
 
+template <class Visit>
+void NodeStore::VisitPieces(const Node& text, Visit visit) const {
+    if ((text.word_ & kPieces) == 0) {
+        visit(text.position_, text.length_, static_cast<TextKind>(text.word_ >> kTextKindShift & 3));
+        return;
+    }
+    for (unsigned int index = text.first_; index != 0; index = pieces_[index].next) {
+        visit(pieces_[index].position, pieces_[index].length, pieces_[index].kind);
+    }
+}
+
 void NodeStore::GetText(const Node& text, std::u16string& out) const {
     if ((text.word_ & kSpaceText) != 0) {
         out.push_back(u' ');
         return;
     }
-    if ((text.word_ & kPieces) == 0) {
-        AppendDecodedText(source_ + text.position_, source_ + text.position_ + text.length_,
-                          static_cast<TextKind>(text.word_ >> kTextKindShift & 3), out);
-        return;
-    }
-    for (unsigned int index = text.first_; index != 0; index = pieces_[index].next) {
-        const TextPiece& piece = pieces_[index];
-        AppendDecodedText(source_ + piece.position, source_ + piece.position + piece.length, piece.kind, out);
-    }
+    VisitPieces(text, [&](unsigned int position, unsigned int length, TextKind kind) {
+        AppendDecodedText(source_ + position, source_ + position + length, kind, out);
+    });
+}
+
+void NodeStore::GetSpans(const Node& text, std::vector<TextSpan>& spans) const {
+    VisitPieces(text, [&](unsigned int position, unsigned int length, TextKind kind) {
+        if (length != 0) spans.push_back({position, length, kind == TextKind::kRaw});
+    });
 }
 
 void NodeStore::MergeAttributes(NodeIndex element, unsigned int position) noexcept {

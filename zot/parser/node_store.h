@@ -152,6 +152,7 @@ public:
         return TypeOf(node) == NodeType::kText && (nodes_[node].word_ & kClosedText) == 0;
     }
     void GetText(const Node& text, std::u16string& out) const;
+    void GetSpans(const Node& text, std::vector<TextSpan>& spans) const;
     // Whether the text is one span of white space characters, written as themselves.
     bool IsSpace(const Node& text) const noexcept {
         if ((text.word_ & kSpaceText) != 0) return true;
@@ -193,6 +194,10 @@ private:
         unsigned int next;  // 0: the last one
         unsigned int tail;  // of the first piece: the last one
     };
+    // Calls visit(position, length, kind) for the parts of a text, in order.
+    template <class Visit>
+    void VisitPieces(const Node& text, Visit visit) const;
+
     struct MergedTag {
         NodeIndex element;
         unsigned int position;

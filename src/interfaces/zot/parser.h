@@ -4,6 +4,7 @@
 #include <iterator>
 #include <new>
 #include <string>
+#include <vector>
 #include <zot/charset.h>
 #include <zot/ref_count.h>
 #include <zot/stream.h>
@@ -83,6 +84,13 @@ private:
     unsigned int words_[kTags];
 };
 
+// Where characters of a text stand in the UTF-8 text that was parsed, in bytes.
+struct TextSpan {
+    unsigned int position;
+    unsigned int length;
+    bool verbatim;  // "&" and "<" stand for themselves there: a CDATA section, or an element such as xmp
+};
+
 // The tree of one document.
 //
 // Its nodes live in one store that is freed when the tree and the last entry taken from it are gone: an entry
@@ -145,6 +153,12 @@ public:
     // Replaces `text` by the characters of a text node: character references decoded, newlines normalised,
     // invalid bytes as U+FFFD. Nothing for other nodes.
     void GetText(std::u16string& text) const;
+
+    // Replaces `spans` by the places of a text node's characters, in order and none of them empty. They lie
+    // between SourcePosition and its end, with what is no part of the text between them: markup that the
+    // parser ignored, or all that stands between the parts of a text that a table pushed out. Nothing for
+    // other nodes.
+    void GetSpans(std::vector<TextSpan>& spans) const;
 
     // Whether GetText gives nothing but HTML's white space, and something: the space between two tags. Costs
     // less than to look at the text. False for other nodes.
