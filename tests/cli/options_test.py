@@ -8,7 +8,7 @@ class Options(HostTest):
     def test_help_names_every_option_and_exit_code(self):
         text = self.quill("--help").decode()
         self.assertEqual(self.quill("-h").decode(), text)
-        for word in ("--json", "--document-text", "--type", "--output", "--layout", "--charset", "--jobs", "--help",
+        for word in ("--json", "--highlight", "--explain", "--document-text", "--type", "--output", "--layout", "--charset", "--jobs", "--help",
                      "--version", "Examples:", "Exit codes:"):
             self.assertIn(word, text)
         self.assertLessEqual(max(map(len, text.splitlines())), 110)
@@ -21,7 +21,8 @@ class Options(HostTest):
         for arguments in (["--nonsense"], ["--jobs", "0"], ["--jobs", "many"], ["--jobs"], ["--layout", "sideways"],
                           ["--charset", "0"], ["--charset", "-1"], ["--charset", "65536"], ["--charset", "klingon"],
                           ["--charset", ""], ["--output", ""], ["--type", "--json"], ["--type", "--document-text"],
-                          ["--type", "--output", "out"], ["-", "-"]):
+                          ["--type", "--output", "out"], ["--highlight", "--json"], ["--explain", "--highlight"],
+                          ["--explain", "--type"], ["-", "-"]):
             with self.subTest(arguments):
                 self.assertEqual(self.quill("a.html", *arguments, code=2), b"")
         self.assertFalse((self.folder / "out").exists())

@@ -41,7 +41,7 @@ class Texts(HostTest):
         self.assertEqual(lines.pop(), "")
         rows = [json.loads(line) for line in lines]
         for row in rows:
-            self.assertEqual(list(row), ["file", "type", "text", "document_text"])
+            self.assertEqual(list(row), ["file", "type", "text", "document_text", "charset", "spans"])
         self.assertEqual([row["file"] for row in rows], ["b.html", "empty.html", "links.html"])
         self.assertEqual([row["type"] for row in rows], ["content", "links", "links"])
         self.assertEqual(rows[0]["text"].rstrip(), "Grüße & \U0001F30A")
@@ -49,8 +49,14 @@ class Texts(HostTest):
         self.assertEqual((rows[1]["text"], rows[1]["document_text"]), ("", ""))
 
     def test_every_layout_reads_a_plain_page(self):
-        for layout in ("auto", "tables"):
+        for layout in ("auto", "tables", "blocks"):
             self.assertEqual(self.quill("--layout", layout, "a.html"), b"Alpha\n")
+
+    def test_layouts_read_blocks_differently(self):
+        links = b"<div>" + b"".join(b"<a href=/%d>Link %d</a> " % (i, i) for i in range(9)) + b"</div>"
+        self.write("c.html", links + b"<div><p>" + b"The tide rises and falls. " * 20 + b"</div>")
+        for layout, has_links in (("tables", True), ("blocks", False), ("auto", False)):
+            self.assertEqual(b"Link 7" in self.quill("--layout", layout, "c.html"), has_links, layout)
 
 
 class OutputFolder(HostTest):
@@ -100,6 +106,16 @@ class OutputFolder(HostTest):
         written = self.written()
         self.assertEqual(sorted(written), ["sub/a.json", "sub/a.txt"])
         self.assertEqual(json.loads(written["sub/a.json"])["text"].rstrip(), "Alpha")
+
+    def test_marked_pages(self):
+        self.write("site/a.html", "Alpha")
+        self.write("site/b.html", "Beta")
+        for option in ("--highlight", "--explain"):
+            self.quill(option, "site", code=2, errors=["--output"])
+            self.quill("-o", option, option, "site")
+            written = self.written(option)
+            self.assertEqual(sorted(written), ["a.marked.html", "b.marked.html"])
+            self.assertIn('<mark data-quill="1">Beta</mark>', written["b.marked.html"])
 
     def test_a_folder_that_cannot_be_made(self):
         self.write("a.html", "Alpha")

@@ -16,9 +16,20 @@ Inputs:
 
 Output:
   The texts of several pages follow one another with one blank line between them. --json and --output tell
-  them apart. --json prints one object per line: file, type, text, document_text. With --output a page from
-  a folder keeps its path below that folder: quill -o out site writes site/a/b.html as out/a/b.txt (.json
-  with --json). Where that name is taken, the later page keeps its own ending: b.html.gz.txt.
+  them apart. With --output a page from a folder keeps its path below that folder: quill -o out site writes
+  site/a/b.html as out/a/b.txt (.json with --json, .marked.html for marked pages). Where that name is taken,
+  the later page keeps its own ending: b.html.gz.txt.
+
+  --json prints one object per line: file, type, text, document_text, charset, spans. The spans say where in
+  the page the text comes from, in its order: [offset, length] of characters without markup, in bytes of the
+  page (unpacked), whatever its charset.
+
+Marked pages:
+  --highlight and --explain print a page to look at in a browser, always in UTF-8. It is the page itself;
+  no script, plug-in, frame or form of it works, and it leads nowhere by itself. Each run of its main content
+  stands in <mark data-quill="NUMBER">. --explain draws what the choice was made from: each table (or block)
+  in a solid outline if it won and a dashed one if not, from red for rank 0 to green for rank 1, with its rank
+  and its words; striped in red the cells of winners that were refused, in gray what was taken for clutter.
 
 Character sets:
   --charset takes the labels of the web, such as utf-8, windows-1252 or shift_jis, and code-page numbers,
@@ -31,6 +42,7 @@ Examples:
   quill --json --jobs 4 site > site.jsonl
   quill --output texts site              one text file per page
   quill --type *.html                    which pages are mostly links?
+  quill --explain page.html > why.html   why was this chosen?
 
 Exit codes:
   0  all went well

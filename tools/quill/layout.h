@@ -6,6 +6,7 @@ namespace QuillTool {
 enum class Layout {
     kAuto,    // as the library chooses
     kTables,  // its tables are its layout
+    kBlocks,  // its blocks (div, section, article, ...) are too
 };
 
 }  // namespace QuillTool

@@ -60,18 +60,24 @@ private:
             app_.add_flag("--document-text", document_text_, "Print all text of the page, clutter included");
         CLI::Option* const type =
             app_.add_flag("--type", type_, "Print the kind of page instead of its text: content or links");
-        app_.add_option("-o,--output", options_.output_folder,
-                        "Write one text file per page into this folder")
+        CLI::Option* const highlight = app_.add_flag(
+            "--highlight", highlight_, "Print the page itself, its main content marked, see below");
+        CLI::Option* const explain =
+            app_.add_flag("--explain", explain_, "The same, with its tables outlined and their ranks");
+        app_.add_option("-o,--output", options_.output_folder, "Write one file per page into this folder")
             ->type_name("DIR")
             ->excludes(type);
         all->excludes(type);
         json->excludes(type);
+        for (CLI::Option* const marked : {highlight, explain})
+            marked->excludes(all)->excludes(json)->excludes(type);
+        highlight->excludes(explain);
     }
 
     void AddReading() {
-        app_.add_option("--layout", layout_, "How to read the page: auto (the default), tables")
+        app_.add_option("--layout", layout_, "How to read the page: auto (the default), tables, blocks")
             ->type_name("NAME")
-            ->check(CLI::IsMember({"auto", "tables"}).description(""));
+            ->check(CLI::IsMember({"auto", "tables", "blocks"}).description(""));
         app_.add_option("--charset", charset_, "The character set of the pages, see below")
             ->type_name("NAME");
         app_.add_option("-j,--jobs", options_.jobs,
@@ -93,12 +99,17 @@ private:
             throw CLI::ValidationError("--output", "the name of the folder is empty");
         }
         if (layout_ == "tables") options_.layout = Layout::kTables;
+        if (layout_ == "blocks") options_.layout = Layout::kBlocks;
         if (json_) {
             options_.show = Show::kJson;
         } else if (document_text_) {
             options_.show = Show::kDocumentText;
         } else if (type_) {
             options_.show = Show::kType;
+        } else if (highlight_) {
+            options_.show = Show::kHighlight;
+        } else if (explain_) {
+            options_.show = Show::kExplain;
         }
     }
 
@@ -107,6 +118,8 @@ private:
     bool json_ = false;
     bool document_text_ = false;
     bool type_ = false;
+    bool highlight_ = false;
+    bool explain_ = false;
     std::string layout_ = "auto";
     std::string charset_;
 };

@@ -27,6 +27,15 @@ constexpr const char* kNoMemory = "not enough memory";
 // A bar is of use from this many pages on.
 constexpr std::size_t kPagesForBar = 10;
 
+bool IsMarked(Show show) {
+    return show == Show::kHighlight || show == Show::kExplain;
+}
+
+// A marked page must not take the place of the page that it was made from.
+const char* FileEnding(Show show) {
+    return IsMarked(show) ? ".marked.html" : show == Show::kJson ? ".json" : ".txt";
+}
+
 // Reads the pages and writes what is asked for, to standard output or into a folder.
 class Job {
 public:
@@ -37,6 +46,10 @@ public:
           folder_(options.output_folder) {}
 
     int Run() {
+        if (IsMarked(options_.show) && inputs_.size() > 1 && !ToFolder()) {
+            console_.Error("--output", "is needed for marked pages when there are several");
+            return kExitWrongUsage;
+        }
         if (!PrepareOutput()) return kExitFailed;
         if (inputs_.size() > kPagesForBar && IsTerminal(stderr) && (ToFolder() || !IsTerminal(stdout))) {
             console_.AllowBar();
@@ -54,7 +67,7 @@ private:
 
     bool PrepareOutput() {
         if (!ToFolder()) return true;
-        files_ = OutputNames(inputs_, options_.show == Show::kJson ? ".json" : ".txt");
+        files_ = OutputNames(inputs_, FileEnding(options_.show));
         const std::string problem = folder_.Prepare();
         if (!problem.empty()) console_.Error(options_.output_folder, problem);
         return problem.empty();
@@ -78,13 +91,23 @@ private:
     std::string MakeText(const Input& input, std::string& text) const {
         std::string bytes;
         std::string problem = ReadPage(input, bytes);
-        if (!problem.empty()) return problem;
-        const bool want_document_text = options_.show == Show::kDocumentText || options_.show == Show::kJson;
+        if (problem.empty() && !MakeOutput(input, bytes, text)) problem = kNoMemory;
+        return problem;
+    }
+
+    // False when memory runs out.
+    bool MakeOutput(const Input& input, const std::string& bytes, std::string& text) const {
+        if (IsMarked(options_.show)) {
+            const bool explain = options_.show == Show::kExplain;
+            return extractor_.Mark(bytes, explain ? Marking::kExplain : Marking::kHighlight, text);
+        }
+        const bool json = options_.show == Show::kJson;
         PageText page;
-        if (!extractor_.Extract(bytes, want_document_text, page)) return kNoMemory;
-        const bool name_it = options_.show == Show::kJson || inputs_.size() > 1;
-        text = FormatPage(name_it ? input.name : "", std::move(page), options_.show);
-        return {};
+        const bool done = json ? extractor_.ExtractAll(bytes, page)
+                               : extractor_.Extract(bytes, options_.show == Show::kDocumentText, page);
+        if (done)
+            text = FormatPage(json || inputs_.size() > 1 ? input.name : "", std::move(page), options_.show);
+        return done;
     }
 
     // On the calling thread, page by page. False when nobody reads on.
