@@ -21,17 +21,9 @@ bool IsTerminal(std::FILE* stream);
 // Whether `error`, an errno value of a failed write, says that nobody reads the other end any more.
 bool IsClosedPipe(int error);
 
-// Standard streams that carry bytes unchanged and UTF-8 to the terminal, and a closed pipe that makes a write
-// fail instead of ending the process; as it was before when the object goes.
-class StandardStreams {
-public:
-    StandardStreams();
-    StandardStreams(const StandardStreams&) = delete;  // one set of streams per process
-    StandardStreams& operator=(const StandardStreams&) = delete;
-    ~StandardStreams();
-
-private:
-    [[maybe_unused]] unsigned int terminal_charset_;  // code page that it had; 0 where there is no such thing
-};
+// Makes the standard streams carry bytes unchanged, and UTF-8 to the terminal until the program ends, and
+// makes a write to a closed pipe fail instead of ending the process. Called once, before anything is read or
+// written.
+void PrepareStandardStreams();
 
 }  // namespace QuillTool

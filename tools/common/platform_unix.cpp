@@ -26,10 +26,8 @@ bool IsClosedPipe(int error) {
     return error == EPIPE;
 }
 
-StandardStreams::StandardStreams() : terminal_charset_(0) {
+void PrepareStandardStreams() {
     std::signal(SIGPIPE, SIG_IGN);
 }
-
-StandardStreams::~StandardStreams() = default;
 
 }  // namespace QuillTool

@@ -1,6 +1,7 @@
 #include "platform.h"
 
 #include <cerrno>
+#include <cstdlib>
 #include <fcntl.h>
 #include <io.h>
 #include <string>
@@ -38,13 +39,12 @@ bool IsClosedPipe(int error) {
     return error == EPIPE || error == EINVAL;
 }
 
-StandardStreams::StandardStreams() : terminal_charset_(GetConsoleOutputCP()) {
+void PrepareStandardStreams() {
     for (std::FILE* stream : {stdin, stdout, stderr}) _setmode(_fileno(stream), _O_BINARY);
+    // The terminal keeps its code page beyond the program.
+    static const UINT terminal_charset = GetConsoleOutputCP();
     SetConsoleOutputCP(CP_UTF8);
-}
-
-StandardStreams::~StandardStreams() {
-    if (terminal_charset_ != 0) SetConsoleOutputCP(terminal_charset_);
+    std::atexit([] { SetConsoleOutputCP(terminal_charset); });
 }
 
 }  // namespace QuillTool

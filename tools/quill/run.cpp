@@ -139,7 +139,7 @@ private:
 }  // namespace
 
 int Main(std::vector<std::string> arguments) {
-    const StandardStreams streams;
+    PrepareStandardStreams();
     Options options;
     if (const std::optional<int> code = ParseOptions(std::move(arguments), options)) return *code;
     return Job(options).Run();
