@@ -299,6 +299,13 @@ TEST(Parser, HostilePagesStayBounded) {
         {"foreign elements", Repeated("<svg><foreignObject>", kCount) + "x"},
         {"framesets", Repeated("<frameset>", kCount)},
         {"selects", Repeated("<select><option>", kCount)},
+        {"copies of an option",
+         "<select><option>" + Repeated("<br>", kCount / 10) + "</option>" +
+             Repeated("<selectedcontent></selectedcontent><object><select><selectedcontent>"
+                      "</selectedcontent></select></object>",
+                      kCount / 10)},
+        {"copies of copies", Repeated("<select><selectedcontent></selectedcontent><option><object>", 100) +
+                                 Repeated("<br>", kCount)},
         {"nested paragraphs", Repeated("<p><button>", kCount)},
         {"merged bodies", Repeated("<body a=1>", kCount) + "<table>" + Repeated("<tr><td>x", kCount)},
         {"an open comment", "<!--" + Repeated("-->x<!--", kCount)},

@@ -48,11 +48,14 @@ inline const char* FindByte(const char* at, const char* end, char c) noexcept {
 }
 
 // White space, '/' or '>'.
+constexpr bool EndsTagName(char c) noexcept {
+    return c == '>' || c == '/' || IsHtmlSpace(c);
+}
+
 template <class Vector = ByteVector>
 inline const char* FindTagNameEnd(const char* at, const char* end) noexcept {
     return FindFirst<Vector>(
-        at, end, [](Vector v) { return v.AtMost(' ') | v.Equal('/') | v.Equal('>'); },
-        [](char c) { return c == '>' || c == '/' || IsHtmlSpace(c); });
+        at, end, [](Vector v) { return v.AtMost(' ') | v.Equal('/') | v.Equal('>'); }, EndsTagName);
 }
 
 // White space, '/', '>' or '='.

@@ -38,6 +38,7 @@ bool IsClutterRole(Span role) noexcept {
 
 Standing StandingOf(const NodeStore& nodes, NodeIndex element) noexcept {
     if (!nodes.HasAttributeBit(element, kHasStanding)) return Standing::kShown;
+    if (const unsigned int note = nodes.Note(element)) return static_cast<Standing>(note - 1);
     Standing standing = Standing::kShown;
     nodes.VisitAttributes(nodes[element], [&](const Attribute& attribute) {
         const Span name = attribute.name;
@@ -52,6 +53,11 @@ Standing StandingOf(const NodeStore& nodes, NodeIndex element) noexcept {
         return standing != Standing::kHidden;
     });
     return standing;
+}
+
+void NoteStanding(NodeStore& nodes, NodeIndex element) noexcept {
+    if (nodes.Note(element) != 0 || !nodes.HasAttributeBit(element, kHasStanding)) return;
+    nodes.SetNote(element, static_cast<unsigned int>(StandingOf(nodes, element)) + 1);
 }
 
 }  // namespace ZOTParser

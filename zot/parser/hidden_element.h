@@ -11,4 +11,8 @@ enum class Standing { kShown, kHidden, kClutter };
 // role that stands around the content. https://www.w3.org/TR/wai-aria-1.2/#landmark_roles
 Standing StandingOf(const NodeStore& nodes, NodeIndex element) noexcept;
 
+// Has the element remember its standing, and with it the clones that are made of it afterwards: each of them
+// would read the same tag again, which may be as long as the page.
+void NoteStanding(NodeStore& nodes, NodeIndex element) noexcept;
+
 }  // namespace ZOTParser

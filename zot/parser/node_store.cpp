@@ -200,6 +200,14 @@ bool NodeStore::HasAttribute(NodeIndex element, std::string_view name) const noe
     return found;
 }
 
+// Looks no further than `name` is long: the element's own name may be as long as the page.
+bool NodeStore::IsNamed(NodeIndex element, Span name) const noexcept {
+    const char* const own = source_ + nodes_[element].position_ + 1;
+    if (static_cast<std::size_t>(SourceEnd() - own) <= name.Size()) return false;
+    const char* const last = own + name.Size();
+    return EndsTagName(*last) && SameIgnoringCase(Span{own, last}, name);
+}
+
 std::string_view NodeStore::Name(NodeIndex element) const noexcept {
     if (TagOf(element) != Tag::kUnknown) return NameOf(TagOf(element));
     const char* const name = source_ + nodes_[element].position_ + 1;

@@ -74,10 +74,12 @@ public:
                            (attributes & kKeptAttributes) << kAttributeShift,
                        position, length);
     }
-    // An element like another one, without its children and its place in the tree.
-    NodeIndex Clone(NodeIndex element) noexcept {
-        const NodeHead head = HeadOf(element);  // making a node may move the array
-        return NewNode(head.word, head.position, head.length);
+    // An element or a text like another one, without its children and its place in the tree.
+    NodeIndex Clone(NodeIndex node) noexcept {
+        const NodeHead head = HeadOf(node);  // making a node may move the array
+        const NodeIndex clone = NewNode(head.word, head.position, head.length);
+        if ((head.word & kPieces) != 0) nodes_[clone].first_ = nodes_[node].first_;
+        return clone;
     }
     NodeIndex NewText(TextKind kind, unsigned int position, unsigned int length) noexcept {
         return NewNode(
@@ -109,6 +111,12 @@ public:
 
     bool HasAttributeBit(NodeIndex node, AttributeBit bit) const noexcept {
         return (nodes_[node].word_ >> kAttributeShift & bit) != 0;
+    }
+
+    // A small number, 1 to 3, that an element and its clones remember; 0: none yet.
+    unsigned int Note(NodeIndex element) const noexcept { return nodes_[element].word_ >> kNoteShift & 3; }
+    void SetNote(NodeIndex element, unsigned int note) noexcept {
+        nodes_[element].word_ |= note << kNoteShift;
     }
 
     // Gives an element its keyword id and, if it is one, the mark of a link.
@@ -174,6 +182,8 @@ public:
     // The element's name as the page spells it; for one that the page does not spell out, as the standard
     // does.
     std::string_view Name(NodeIndex element) const noexcept;
+    // Whether that name, of an element that the page spells out, is `name` in any letter case.
+    bool IsNamed(NodeIndex element, Span name) const noexcept;
 
 private:
     static constexpr unsigned int kTagShift = 8;
@@ -181,6 +191,7 @@ private:
     static constexpr unsigned int kTypeShift = 19;
     static constexpr unsigned int kTypeMask = 7;
     static constexpr unsigned int kTextKindShift = 22;
+    static constexpr unsigned int kNoteShift = kTextKindShift;  // of an element
     static constexpr unsigned int kClosedText = 1u << 24;
     static constexpr unsigned int kAttributeShift = 26;
     static constexpr unsigned int kKeptAttributes = kHasHref | kHasStanding;

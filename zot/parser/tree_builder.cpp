@@ -139,9 +139,7 @@ bool TreeBuilder::IsTag(TokenKind kind, std::initializer_list<Tag> tags) const n
 
 bool TreeBuilder::SameName(const OpenElement& element) const noexcept {
     if (token_.tag != element.tag) return false;
-    if (token_.tag != kUnknown) return true;
-    const std::string_view name = nodes_.Name(element.node);
-    return SameIgnoringCase(Span{name.data(), name.data() + name.size()}, token_.content);
+    return token_.tag != kUnknown || nodes_.IsNamed(element.node, token_.content);
 }
 
 bool TreeBuilder::HasAttributeValue(std::string_view name,
@@ -228,7 +226,7 @@ void TreeBuilder::ReopenFormatting(unsigned int from) noexcept {
         }
         const Tag tag = formatting_[index].tag;
         MakeRoom();
-        const OpenElement element{nodes_.Clone(formatting_[index].node), tag, Namespace::kHtml,
+        const OpenElement element{CloneElement(formatting_[index].node), tag, Namespace::kHtml,
                                   FlagsOf(tag, Namespace::kHtml)};
         formatting_[index].node = InsertAndPush(element);
     }

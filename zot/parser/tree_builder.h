@@ -168,6 +168,7 @@ private:
     NodeIndex InsertHtmlElement(Tag tag) noexcept;  // one that the page does not spell out
     NodeIndex InsertForeignElement(Namespace ns) noexcept;
     NodeIndex InsertAndPush(const OpenElement& element) noexcept;
+    NodeIndex CloneElement(NodeIndex element) noexcept;
     OpenElement NewElement(Tag tag, Namespace ns, bool spelledOut) noexcept;
     void InsertText(Span text, TextKind kind) noexcept;
     void InsertComment(NodeIndex parent) noexcept;

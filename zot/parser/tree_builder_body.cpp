@@ -502,15 +502,16 @@ bool TreeBuilder::AdoptOnce(Tag subject) noexcept {
 
     nodes_.Remove(last);
     InsertAt(AppropriatePlace(commonAncestor), last);
-    const NodeIndex clone = nodes_.Clone(formattingNode);
+    const NodeIndex clone = CloneElement(formattingNode);
     nodes_.MoveChildren(furthest, clone);
     nodes_.Append(furthest, clone);
     adopted_ = true;
 
     const unsigned int old = formatting_.IndexOf(formattingNode);
+    const std::uint32_t attributes = formatting_[old].attributes;
     if (old < bookmark) --bookmark;
     formatting_.RemoveAt(old);
-    formatting_.Insert(bookmark, {.node = clone, .tag = subject});
+    formatting_.Insert(bookmark, {.node = clone, .tag = subject, .attributes = attributes});
     open_.RemoveAt(formattingIndex);
     open_.Insert(open_.IndexOf(furthest) + 1,
                  OpenElement{clone, subject, Namespace::kHtml, FlagsOf(subject, Namespace::kHtml)});
@@ -539,7 +540,7 @@ NodeIndex TreeBuilder::ReparentBetween(NodeIndex formattingNode, unsigned int fu
             open_.RemoveAt(index);
             continue;
         }
-        node.node = nodes_.Clone(node.node);
+        node.node = CloneElement(node.node);
         formatting_[entry].node = node.node;
         open_.Replace(index, node);
         if (last == furthest) bookmark = entry + 1;

@@ -1,4 +1,5 @@
 #include "character_reference.h"
+#include "hidden_element.h"
 #include "tree_builder.h"
 
 // Putting nodes and characters into the tree.
@@ -57,6 +58,11 @@ OpenElement TreeBuilder::NewElement(Tag tag, Namespace ns, bool spelledOut) noex
                                        static_cast<unsigned int>(token_.span.Size()))
                    : nodes_.NewElement(tag, ns, 0, 0, 0);
     return OpenElement{node, tag, ns, FlagsOf(tag, ns)};
+}
+
+NodeIndex TreeBuilder::CloneElement(NodeIndex element) noexcept {
+    NoteStanding(nodes_, element);
+    return nodes_.Clone(element);
 }
 
 NodeIndex TreeBuilder::InsertAndPush(const OpenElement& element) noexcept {
