@@ -1,29 +1,15 @@
 // The whole parse: bytes in, the delivered tree and the document text out.
 
-#include <algorithm>
 #include <string>
 #include <string_view>
 
 #include "fuzz_target.h"
+#include "trickling_stream.h"
 #include "zot/parsed_page.h"
 
 namespace {
 
 constexpr unsigned kMaxDepth = 512;  // elements; a text or a break may stand in the last one
-
-// A stream that gives a few bytes at a time.
-class TricklingStream : public ZOTFile::MemoryBuffer {
-public:
-    TricklingStream(std::string_view page, unsigned int step)
-        : MemoryBuffer(page.data(), static_cast<unsigned int>(page.size()), 0), step_(step) {}
-
-    unsigned int vGet(void* bytes, unsigned int count) override {
-        return MemoryBuffer::vGet(bytes, std::min(count, step_));
-    }
-
-private:
-    unsigned int step_;
-};
 
 // Everything that can be read from the tree.
 std::u16string Describe(const ParsedPage& page) {

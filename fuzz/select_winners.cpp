@@ -9,6 +9,7 @@
 #include <quill/text_extractor.h>
 #include <zot/memory_buffer.h>
 
+#include "choices.h"
 #include "content_tree.h"
 #include "fuzz_target.h"
 #include "ranking/plain_selection.h"
@@ -17,17 +18,6 @@
 namespace {
 
 using namespace QuillNS;
-
-// Each byte of the input makes one choice; the first one of a bound is made when none is left.
-class Choices {
-public:
-    Choices(const std::uint8_t* data, std::size_t size) : next_(data), end_(data + size) {}
-    unsigned int operator()(unsigned int bound) { return next_ == end_ ? 0 : *next_++ % bound; }
-
-private:
-    const std::uint8_t* next_;
-    const std::uint8_t* end_;
-};
 
 std::vector<double> RequireRanks(const ContentTree& tree, const KStatistics& totals,
                                  const ZOT::SmartPtr<KRankParameters>& parameters) {
