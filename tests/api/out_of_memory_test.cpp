@@ -67,6 +67,29 @@ TEST(OutOfMemory, SoDoPartitions) {
     });
 }
 
+TEST(OutOfMemory, WithoutATreeThePageIsALinkPage) {
+    auto bytes = Bytes();
+    std::u16string text;
+    DocumentType type = ContentPage;
+    const FailFromNthAllocation failing(1);
+    EXPECT_FALSE(Beautify(bytes, ZOT::kCharsetUtf8, text, nullptr, &type));
+    EXPECT_EQ(type, LinkPage);
+}
+
+// With each size of the page the nodes run out in another stage of the parse, that of the roles included.
+TEST(OutOfMemory, APageOfBlocksEndsWhereverItsNodesRunOut) {
+    for (int fillers = 0; fillers < 80; ++fillers) {
+        std::string page =
+            "<div><ul><li><p>one</ul><div><pre>two</pre><table><tr><td>three<td>four<tr><td>"
+            "five<td>six</table></div></div>";
+        for (int i = 0; i < fillers; ++i) page += "<i></i>";
+        ExpectTextOrNothing([&page](std::u16string& text) {
+            ZOTFile::MemoryBuffer bytes(page.data(), static_cast<unsigned int>(page.size()), 0);
+            return Beautify(bytes, ZOT::kCharsetUtf8, text, nullptr, nullptr);
+        });
+    }
+}
+
 TEST(OutOfMemory, TheContentTreeIsWholeOrNull) {
     const auto words = [](KTable& root) {
         unsigned int sum = 0;

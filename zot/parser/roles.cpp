@@ -51,9 +51,9 @@ bool IsReadByBlocks(const NodeStore& nodes, const Found& found, HtmlKeywordTable
 
 void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
     const Found found = AssignTableRoles(nodes, keywords);
-    if (!IsReadByBlocks(nodes, found, keywords.Type())) return;
+    if (nodes.Failed() || !IsReadByBlocks(nodes, found, keywords.Type())) return;
     ReadBlocks(nodes);
-    if (found.tables || found.preformatted) KeepLines(nodes);
+    if (!nodes.Failed() && (found.tables || found.preformatted)) KeepLines(nodes);
 }
 
 }  // namespace ZOTParser

@@ -6,7 +6,8 @@ namespace ZOTParser {
 
 // Visits every node below the document in document order, without recursion: enter(node) says whether to go
 // into the node's children, leave(node) comes behind them, also where there are none or they were left out.
-// leave may move the children of its node elsewhere, and neither may touch other places of the tree.
+// leave may move the children of its node elsewhere, and neither may touch other places of the tree. When
+// memory runs out in leave the walk ends: a node that could not be made leads astray.
 template <class Enter, class Leave>
 void WalkTree(const NodeStore& nodes, Enter enter, Leave leave) noexcept {
     NodeIndex node = nodes.FirstChild(kDocumentNode);
@@ -16,10 +17,11 @@ void WalkTree(const NodeStore& nodes, Enter enter, Leave leave) noexcept {
             node = child;
             continue;
         }
-        for (leave(node); nodes.NextSibling(node) == kNoNode; leave(node)) {
+        for (leave(node); !nodes.Failed() && nodes.NextSibling(node) == kNoNode; leave(node)) {
             node = nodes.Parent(node);
             if (node == kDocumentNode) return;
         }
+        if (nodes.Failed()) return;
         node = nodes.NextSibling(node);
     }
 }
