@@ -129,6 +129,8 @@ TEST(PoolObject, CallsTheNewHandlerOnceAndGivesNull) {
     EXPECT_EQ(handled, 1);
     EXPECT_EQ(ZOT::PoolAllocate(0), nullptr);
     EXPECT_EQ(handled, 1);
+    std::set_new_handler([] { throw std::bad_alloc(); });
+    EXPECT_EQ(ZOT::PoolAllocate(static_cast<std::size_t>(-1)), nullptr);
     std::set_new_handler(old);
     ZOT::PoolFree(nullptr);
 }

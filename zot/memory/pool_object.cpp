@@ -22,6 +22,16 @@ namespace ZOT {
 
 namespace {
 
+// A handler may say by an exception that there is no more memory; here the null pointer says it.
+void CallNewHandler() {
+    const std::new_handler handler = std::get_new_handler();
+    if (handler == nullptr) return;
+    try {
+        handler();
+    } catch (const std::bad_alloc&) {
+    }
+}
+
 // Kept out of Allocate, so that the usual request saves no registers.
 [[gnu::noinline]] void* AllocateSlowly(std::size_t size) {
     if (size == 0) return nullptr;
@@ -29,7 +39,7 @@ namespace {
         void* const memory = ZOTMem::SlowNew(static_cast<unsigned int>(size));
         if (memory != nullptr) return memory;
     }
-    if (const std::new_handler handler = std::get_new_handler()) handler();
+    CallNewHandler();
     return nullptr;
 }
 

@@ -23,8 +23,9 @@ namespace ZOT {
 // Base of everything that is allocated from the memory pool. It adds no field.
 //
 // The operators never throw: a failed allocation calls the installed new-handler once (if there is one),
-// gives a null pointer and runs no constructor, so the result of `new` must be looked at. 0 bytes give null
-// without asking the pool. The process-wide operators are not touched.
+// gives a null pointer and runs no constructor, so the result of `new` must be looked at. A std::bad_alloc
+// that the handler throws is caught. 0 bytes give null without asking the pool. The process-wide operators
+// are not touched.
 class QUILL_API PoolObject {
 public:
     static void* operator new(std::size_t size) noexcept;
