@@ -25,6 +25,7 @@ constexpr unsigned int kPageSize = 8192;  // first allocation of a single string
 struct Texts {
     std::u16string text;
     std::u16string documentText;
+    bool outOfMemory = false;  // an input was not read whole; there are no texts then
 };
 
 std::string ToUtf8(BSTR string) {
@@ -35,32 +36,32 @@ std::string ToUtf8(BSTR string) {
     return utf8;
 }
 
-void Put(const std::string& bytes, ZOT::BinaryStreamBuf& stream) {
-    stream.vPut(bytes.data(), static_cast<unsigned int>(bytes.size()));
+// False when memory runs out.
+bool Put(const std::string& bytes, ZOT::BinaryStreamBuf& stream) {
+    const auto size = static_cast<unsigned int>(bytes.size());
+    return size == bytes.size() && stream.SafePut(bytes.data(), size);
 }
 
 HRESULT BeautifyOne(BSTR string, Texts& texts) {
     if (string == nullptr) return S_NO_INPUT;
     ZOTFile::MemoryBuffer page(kPageSize);
-    Put(ToUtf8(string), page);
-    Beautify(page, ZOT::kCharsetUtf8, texts.text, &texts.documentText, nullptr);
+    texts.outOfMemory = !Put(ToUtf8(string), page);
+    if (!texts.outOfMemory) Beautify(page, ZOT::kCharsetUtf8, texts.text, &texts.documentText, nullptr);
     return S_OK;
 }
 
-// The first page becomes the content of `top`, every later one a child.
-void AddPage(const std::string& utf8, HtmlDocPartitions& top) {
+// The first page becomes the content of `top`, every later one a child. False when memory runs out.
+bool AddPage(const std::string& utf8, HtmlDocPartitions& top) {
     const ZOT::RefCount<ZOT::BinaryStream> stream = NewContentStream();
-    if (!stream) return;
+    if (!stream || !Put(utf8, *stream->Buffer())) return false;
     if (!top.stream) {
         top.stream = stream;
         top.charset = ZOT::kCharsetUtf8;
-    } else {
-        const ZOT::RefCount<HtmlDocPartitions> child(
-            new HtmlDocPartitions(stream, ZOT::kCharsetUtf8, HtmlDocPartitions::HtmlContent));
-        if (!child) return;
-        top.children.Append(child);
+        return true;
     }
-    Put(utf8, *stream->Buffer());
+    const ZOT::RefCount<HtmlDocPartitions> child(
+        new HtmlDocPartitions(stream, ZOT::kCharsetUtf8, HtmlDocPartitions::HtmlContent));
+    return child && top.children.Append(child);
 }
 
 HRESULT BeautifyArray(const VARIANT& input, Texts& texts) {
@@ -68,10 +69,11 @@ HRESULT BeautifyArray(const VARIANT& input, Texts& texts) {
     {
         const StringArray strings(input);
         if (!strings.Readable()) return E_UNSUPPORTED_INPUT;
-        for (unsigned int i = 0; i < strings.Size(); ++i) {
-            if (!UpToNul(strings[i]).empty()) AddPage(ToUtf8(strings[i]), top);
+        for (unsigned int i = 0; i < strings.Size() && !texts.outOfMemory; ++i) {
+            if (!UpToNul(strings[i]).empty()) texts.outOfMemory = !AddPage(ToUtf8(strings[i]), top);
         }
     }
+    if (texts.outOfMemory) return S_OK;
     if (!top.stream) return S_NO_INPUT;
     Beautify(top, texts.text, &texts.documentText, nullptr);
     return S_OK;
@@ -128,7 +130,7 @@ HRESULT STDAPICALLTYPE GetBeautifiedTextFromString(VARIANT* input, VARIANT* text
     if (input == nullptr || text == nullptr || documentText == nullptr) return E_INVALIDARG;
     HRESULT result = S_OK;
     Texts found;
-    if (!Completes([&] { result = BeautifyInput(*input, found); })) {
+    if (!Completes([&] { result = BeautifyInput(*input, found); }) || found.outOfMemory) {
         FillVariantWithoutMemory(*text);
     } else if (!found.text.empty()) {
         FillVariant(found.text, *text);

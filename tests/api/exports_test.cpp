@@ -8,6 +8,7 @@
 #include "api/failing_new.h"
 #include "api/fake_browser.h"
 #include "api/fake_strings.h"
+#include "failing_pool.h"
 #include "ole/ole_text.h"
 
 namespace {
@@ -294,6 +295,27 @@ TEST_F(FromString, NothingIsThrownWhicheverNewFails) {
     EXPECT_EQ(text_->vt, VT_BSTR);
 }
 
+// An array is read whole or not at all: a page that found no room must not leave its place to the next one.
+TEST_F(FromString, WithoutRoomForThePagesThereIsNoText) {
+    SetStrings(input_, {u"tide and moon", u"moon and tide"});
+    bool outOfMemory = false;
+    for (unsigned int n = 1;; ++n) {
+        HRESULT result;
+        bool happened;
+        {
+            const QuillNS::FailFromNthAllocation failing(n);
+            result = Send();
+            happened = failing.Happened();
+        }
+        EXPECT_EQ(result, S_OK) << n;
+        if (!happened) break;
+        EXPECT_TRUE(Dump(text_) == u"out of memory" || Dump(text_) == u"untouched") << n;
+        outOfMemory |= Dump(text_) == u"out of memory";
+    }
+    EXPECT_TRUE(outOfMemory);
+    ExpectTexts(u"tide and moon\nmoon and tide\n", u"tide and moon");
+}
+
 class FromBrowser : public ::testing::Test {
 protected:
     void SetUp() override { strings_ = LiveStrings(); }
@@ -342,6 +364,28 @@ TEST_F(FromBrowser, PassesTheBrowsersFailureOn) {
     page.body = u"tide";
     world_.FailNthCall(3);  // after the type and the question for the source: the body
     EXPECT_EQ(Send(page), E_FAIL);
+    EXPECT_EQ(Dump(text_), u"old");
+}
+
+// A success that captured nothing is passed on like a failure.
+TEST_F(FromBrowser, PassesOtherSuccessesOn) {
+    SetString(text_, u"old");
+    FakePage page;
+    page.bodyResult = S_FALSE;
+    EXPECT_EQ(Send(page), S_FALSE);
+    page.body = u"tide";
+    page.bodyResult = S_OK;
+    page.markupResult = S_FALSE;
+    EXPECT_EQ(Send(page), S_FALSE);
+    EXPECT_EQ(Dump(text_), u"old");
+}
+
+TEST_F(FromBrowser, ACharacterSetThatCannotBeFoundOutIsAFailure) {
+    SetString(text_, u"old");
+    const FakePage page = Saved("tide");
+    const QuillNS::FailFromNthAllocation failing(
+        2);  // behind the room for child partitions: the page's bytes
+    EXPECT_EQ(Send(page), E_CHARSET_UNDETECTED);
     EXPECT_EQ(Dump(text_), u"old");
 }
 

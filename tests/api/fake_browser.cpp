@@ -30,11 +30,11 @@ protected:
 
     // The usual body of a call that hands something out.
     template <class Out, class Make>
-    HRESULT HandOut(Out* out, const Make& make) {
+    HRESULT HandOut(Out* out, const Make& make, HRESULT success = S_OK) {
         *out = nullptr;
         if (world_.NextCallFails()) return E_FAIL;
         *out = make();
-        return S_OK;
+        return success;
     }
 
     FakeWorld& world_;
@@ -45,13 +45,14 @@ private:
 
 class FakeElement final : public Fake<ole::UnimplementedHtmlElement> {
 public:
-    FakeElement(FakeWorld& world, const std::u16string& markup) : Fake(world), markup_(markup) {}
+    FakeElement(FakeWorld& world, const FakePage& page) : Fake(world), page_(page) {}
     HRESULT STDMETHODCALLTYPE get_outerHTML(BSTR* markup) override {
-        return HandOut(markup, [&] { return NewString(markup_); });
+        return HandOut(
+            markup, [&] { return NewString(*page_.body); }, page_.markupResult);
     }
 
 private:
-    const std::u16string& markup_;
+    const FakePage& page_;
 };
 
 class FakeSource final : public Fake<IPersistStreamInit> {
@@ -134,7 +135,8 @@ public:
         return HandOut(type, [&] { return NewString(page_.mime); });
     }
     HRESULT STDMETHODCALLTYPE get_body(IHTMLElement** body) override {
-        return HandOut(body, [&] { return page_.body ? new FakeElement(world_, *page_.body) : nullptr; });
+        return HandOut(
+            body, [&] { return page_.body ? new FakeElement(world_, page_) : nullptr; }, page_.bodyResult);
     }
 
 protected:

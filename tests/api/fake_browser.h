@@ -20,6 +20,8 @@ struct FakePage {
     std::optional<std::u16string> body;  // markup of the body; absent when there is none
     std::vector<Embedded> embedded;      // in the order of the container's list
     bool container = true;               // whether there is a list at all
+    HRESULT bodyResult = S_OK;           // of the calls that hand out the body and its markup
+    HRESULT markupResult = S_OK;
 };
 
 struct FakePage::Embedded {
