@@ -77,7 +77,7 @@ TEST_F(CellTextTest, KeepsTheSourceSpanOfTheNode) {
 }
 
 TEST_F(CellTextTest, CountsWords) {
-    Add(u"one two");
+    Add(u" one two");      // the blank before it goes, and does not count
     Add(u" three", true);  // the blank before it stays, and counts
     Add(u"   ", true);
     EXPECT_EQ(cell_->Words(), 4u);

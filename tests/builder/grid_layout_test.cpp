@@ -57,6 +57,7 @@ TEST(GridLayout, PlacesCells) {
         {"<tr><td>A<td rowspan=3>B<tr><td>C<td>D<tr>", "A B | C . D | - ."},
         // A span that runs into one from above shares the slot.
         {"<tr><td>A<td rowspan=2>B<tr><td colspan=3>C", "A B | C . ."},
+        {"<tr><td>A<td rowspan=3>B<tr><td colspan=3>C<tr><td>D<td>E", "A B | C . . | D . E"},
         // Spans end with the table, and nonsense counts as 1.
         {"<tr><td>A<tr><td rowspan=10>B<tr><td>C", "A | B | . C"},
         {"<tr><td rowspan=0>A<tr><td>B", "A | B"},

@@ -76,6 +76,8 @@ TEST(Cell, ParagraphAndDump) {
         {"{ ('one ' {} ) }", "one \n", nullptr},
         {"{ ('one' _) }", "one\n", nullptr},
         {"{ ({ 1('nested') } 'a \n b' '' 'c\n\n') }", "a bc \n", "c\n\n"},
+        // What shows nothing is left out of the dump alone.
+        {"{ ('a\037b') }", "ab\n", "a\037b\n\n"},
     };
     for (const Case& c : cases) {
         const ContentTree tree(c.tree);
