@@ -13,4 +13,17 @@ bool ToUtf8(std::u16string_view text, std::string& utf8) {
     return true;
 }
 
+std::u16string ToUtf16(std::string_view utf8) {
+    std::u16string text(utf8.size(), u'\0');  // no byte becomes more than one unit
+    ZOTCharset::ConversionState state;
+    unsigned int read = 0;
+    unsigned int written = 0;
+    const auto size = static_cast<unsigned int>(utf8.size());
+    ZOTCharset::Conv::MbToWcConversionFunction(ZOT::kCharsetUtf8)(
+        state, reinterpret_cast<const unsigned char*>(utf8.data()), size, read, text.data(), size, written,
+        true);
+    text.resize(written);
+    return text;
+}
+
 }  // namespace QuillTool
