@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
 #include <zot/parser.h>
 
 #include "zot/role_dump.h"
@@ -38,18 +39,91 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
     };
     const Case cases[] = {
         {"<nav>a</nav><aside>b</aside><footer>c</footer>", R"(clutter("a") clutter("b") clutter("c"))"},
-        {"<div hidden>a</div><p HIDDEN=''>b</p><span hidden>c</span>",
-         R"(skipped("a") skipped("b" break) skipped("c"))"},
+        {"<div hidden>a</div><p HIDDEN=''>b</p><span hidden>c</span>d",
+         R"(skipped("a") skipped("b" break) skipped("c") "d")"},
         {"<div aria-hidden=TRUE>a</div><i aria-hidden=false>b</i>", R"(skipped("a") inline("b"))"},
         {"<i style='color:red;display : none'>a</i><i style=VISIBILITY:hidden>b</i><i "
          "style=display:block>c</i>",
          R"(skipped("a") skipped("b") inline("c"))"},
         {"<ul role=navigation><li>a</ul><p role=search>b</p><p role=note>c",
          R"(clutter(item("a") break) clutter("b" break) paragraph("c" break))"},
-        {"<p role=banner style='display:none'>a", R"(skipped("a" break))"},
+        {"<p role=banner style='display:none'>a</p>b", R"(skipped("a" break) "b")"},
         {"<p data-hidden class=hidden title=hidden>a", R"(paragraph("a" break))"},
     };
     for (const Case& c : cases) EXPECT_EQ(Blocks(c.html), c.body) << c.html;
+}
+
+// Long enough that a page which holds it is no page of cards.
+const std::string kProse = [] {
+    std::string prose;
+    while (prose.size() < 400) prose += "A sentence that has a few words and ends. ";
+    return prose;
+}();
+
+// The roles with "prose" in the place of kProse.
+std::string BlocksBesideProse(std::string page) {
+    const auto replace = [](std::string& text, std::string_view from, std::string_view to) {
+        for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size())
+            text.replace(at, from.size(), to);
+    };
+    replace(page, "PROSE", kProse);
+    std::string roles = Blocks(page.c_str());
+    replace(roles, '"' + kProse + '"', "PROSE");
+    return roles;
+}
+
+TEST(BlockReading, ReadsTheOneMainElementAlone) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<div>a</div><div><main>PROSE</main><p>b</div><ul><li>c</ul>",
+         R"(clutter("a") table(row(cell(table(row(cell(PROSE))) clutter("b" break)))) clutter(item("c") break))"},
+        {"<p>a<div role=main>PROSE</div>", R"(clutter("a" break) table(row(cell(PROSE))))"},
+        // One inside the other is still one; beside each other they are two.
+        {"<p>a<main><div role=main>PROSE", R"(clutter("a" break) table(row(cell(table(row(cell(PROSE)))))))"},
+        {"<p>a<main>PROSE</main><main>b",
+         R"(paragraph("a" break) table(row(cell(PROSE))) table(row(cell("b"))))"},
+        // It holds next to nothing.
+        {"<p>PROSE<main>a", R"(paragraph(PROSE break) table(row(cell("a"))))"},
+        {"<nav>b<main>PROSE</main></nav><p>PROSE", R"(clutter("b" block(PROSE)) paragraph(PROSE break))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
+TEST(BlockReading, OpensAPageThatWaitsForAScript) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<p>Loading<div hidden>PROSE</div>", R"(paragraph("Loading" break) table(row(cell(PROSE))))"},
+        {"<body><noscript><p>PROSE</p></noscript>Loading", R"(block(paragraph(PROSE break)) "Loading")"},
+        {"<p>PROSE<div hidden>PROSE</div><noscript>a</noscript>",
+         R"(paragraph(PROSE break) skipped(PROSE) skipped("a"))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
+TEST(BlockReading, TakesCardsForContentWhereThereIsNoProse) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<a href=x>name</a><h2><a href=x>b</a></h2><a href=x><h3>c</h3></a><a href=x>d<div>e</div></a>",
+         R"(anchor*("name") heading(anchor("b") break) anchor(heading("c" break)) anchor("d" table(row(cell("e")))))"},
+        {"<a href=x>a teaser<br>is a card by its length alone, be there ever so few things inside it that "
+         "say so, "
+         "and no matter what follows</a>",
+         "anchor(\"a teaser\" break \"is a card by its length alone, be there ever so few things inside it "
+         "that say "
+         "so, and no matter what follows\")"},
+        {"<p>PROSE<h2><a href=x>b</a></h2><a href=x><h3>c</h3></a>",
+         R"(paragraph(PROSE break) heading(anchor*("b") break) anchor*(heading("c" break)))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
 TEST(BlockReading, KeepsClutterInTheDocumentText) {

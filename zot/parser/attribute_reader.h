@@ -22,11 +22,12 @@ struct Attribute {
 };
 
 // Attributes that tree construction or a node's role depend on, as bits: a tag has one of that name
-// (kHasStanding: or of one much like it).
+// (kDescribesItself: or of one much like it).
 enum AttributeBit : std::uint8_t {
     kHasHref = 1 << 0,
     kHasType = 1 << 1,
-    kHasStanding = 1 << 2,  // hidden, aria-hidden, role or style: what may keep an element from being content
+    kDescribesItself =
+        1 << 2,  // hidden, aria-hidden, role or style: what may keep an element from being content
 };
 
 // Reads the attributes of a tag from the source: what the tokenizer does to find the tag's end, and what

@@ -1,63 +1,148 @@
 #include "block_reading.h"
 
-#include "hidden_element.h"
+#include <cstdint>
+
 #include "tree_walk.h"
 
 namespace ZOTParser {
 namespace {
 
-// The role of a layout block by its tag.
-unsigned int BlockRole(Tag tag) noexcept {
+// Of a hundred bytes that the page shows, those that its main element must hold to be read alone: an empty
+// one waits for a script, or is a landing place for the keyboard.
+constexpr std::uint64_t kLeastMainShare = 30;
+
+// Bytes locked away for each byte shown, from which on the page waits for a script.
+constexpr std::uint64_t kLockedPage = 4;
+
+// A page has no prose when it has less of it than either says.
+constexpr unsigned int kLeastProse = 350;       // bytes: some sixty words
+constexpr std::uint64_t kLeastProseShare = 10;  // of a hundred bytes shown
+
+// Bytes from which on an anchor's own text is a teaser, some fifteen words. Names of pages are shorter.
+constexpr unsigned int kTeaser = 90;
+
+bool IsMainReadAlone(const PageOutline& page) noexcept {
+    return page.main != kNoNode && std::uint64_t{page.mainShown} * 100 >= page.shown * kLeastMainShare;
+}
+
+bool IsLocked(const PageOutline& page) noexcept {
+    return page.locked > page.shown * kLockedPage;
+}
+
+bool HasProse(const PageOutline& page) noexcept {
+    return page.prose >= kLeastProse && std::uint64_t{page.prose} * 100 >= page.shown * kLeastProseShare;
+}
+
+void ApplyMarks(NodeStore& nodes, const PageOutline& page) noexcept {
+    for (const PageOutline::Mark& mark : page.marks) {
+        const bool hidden = mark.standing == PageOutline::Standing::kHidden;
+        nodes.ChangeRole(mark.element, hidden ? kKeywordSkipped : kKeywordClutter);
+    }
+}
+
+// Everything beside the element, and beside what it stands in, is clutter.
+void ReadAlone(NodeStore& nodes, NodeIndex element) noexcept {
+    for (NodeIndex node = element; nodes.TagOf(node) != Tag::kBody && nodes.Parent(node) != kDocumentNode;
+         node = nodes.Parent(node)) {
+        for (NodeIndex other = nodes.FirstChild(nodes.Parent(node)); other != kNoNode;
+             other = nodes.NextSibling(other)) {
+            const bool isRead =
+                nodes.TypeOf(other) == NodeType::kElement && nodes[other].Keyword() != kKeywordSkipped;
+            if (other != node && isRead) nodes.ChangeRole(other, kKeywordClutter);
+        }
+    }
+}
+
+bool IsLayoutBlock(Tag tag) noexcept {
     switch (tag) {
-        case Tag::kNav:
-        case Tag::kFooter:
-        case Tag::kAside: return kKeywordClutter;
         case Tag::kDiv:
         case Tag::kSection:
         case Tag::kArticle:
         case Tag::kMain:
-        case Tag::kHeader: return kKeywordTable;
-        default: return kKeywordBlock;
+        case Tag::kHeader:
+        case Tag::kFooter:
+        case Tag::kNav:
+        case Tag::kAside: return true;
+        default: return false;
     }
 }
 
-unsigned int RoleInBlockReading(const NodeStore& nodes, NodeIndex element) noexcept {
-    const unsigned int keyword = nodes[element].Keyword();
-    if (keyword == kKeywordSkipped) return keyword;
-    switch (StandingOf(nodes, element)) {
-        case Standing::kShown: break;
-        case Standing::kHidden: return kKeywordSkipped;
-        case Standing::kClutter: return kKeywordClutter;
-    }
-    return keyword == kKeywordBlock ? BlockRole(nodes.TagOf(element)) : keyword;
-}
+// Gives the blocks their tables, and takes the links from what is no link.
+class BlockWalk {
+public:
+    BlockWalk(NodeStore& nodes, bool opensNoscript, bool cardsAreContent) noexcept
+        : nodes_(nodes), opensNoscript_(opensNoscript), cardsAreContent_(cardsAreContent) {}
 
-// The element's children move into a cell in a row of its own.
-void WrapChildren(NodeStore& nodes, NodeIndex element) noexcept {
-    const NodeIndex row = nodes.NewElement(Tag::kTr, Namespace::kHtml, 0, 0, 0);
-    const NodeIndex cell = nodes.NewElement(Tag::kTd, Namespace::kHtml, 0, 0, 0);
-    nodes.SetRole(row, kKeywordRow, false);
-    nodes.SetRole(cell, kKeywordCell, false);
-    nodes.MoveChildren(element, cell);
-    nodes.Append(row, cell);
-    nodes.Append(element, row);
-}
+    bool Enter(NodeIndex node) noexcept {
+        if (nodes_.TypeOf(node) == NodeType::kText) {
+            if (card_ != kNoNode && !nodes_[node].IsSpace()) cardText_ += nodes_[node].SourceLength();
+            return false;
+        }
+        const Tag tag = nodes_.TagOf(node);
+        unsigned int keyword = nodes_[node].Keyword();
+        if (opensNoscript_ && tag == Tag::kNoscript && keyword == kKeywordSkipped) keyword = kKeywordBlock;
+        if (keyword == kKeywordBlock && IsLayoutBlock(tag)) keyword = kKeywordTable;
+        nodes_.ChangeRole(node, keyword);
+        if (keyword == kKeywordSkipped || keyword == kKeywordClutter) return false;
+        if (cardsAreContent_) LookForCard(node, keyword);
+        return true;
+    }
+
+    void Leave(NodeIndex node) noexcept {
+        if (nodes_.TypeOf(node) != NodeType::kElement) return;
+        if (node == heading_) heading_ = kNoNode;
+        if (node == card_) LeaveCard();
+        if (nodes_[node].Keyword() == kKeywordTable && nodes_.TagOf(node) != Tag::kTable) WrapChildren(node);
+    }
+
+private:
+    void LookForCard(NodeIndex node, unsigned int keyword) noexcept {
+        if (keyword == kKeywordHeading && heading_ == kNoNode) heading_ = node;
+        if (card_ != kNoNode) {
+            cardHasBlocks_ |=
+                keyword != kKeywordInline && keyword != kKeywordAnchor && keyword != kKeywordBreak;
+        } else if (nodes_[node].IsLink()) {
+            card_ = node;
+            cardHasBlocks_ = false;
+            cardText_ = 0;
+        }
+    }
+
+    void LeaveCard() noexcept {
+        if (heading_ != kNoNode || cardHasBlocks_ || cardText_ >= kTeaser) nodes_.ClearLink(card_);
+        card_ = kNoNode;
+    }
+
+    // The element's children move into a cell in a row of its own.
+    void WrapChildren(NodeIndex element) noexcept {
+        const NodeIndex row = nodes_.NewElement(Tag::kTr, Namespace::kHtml, 0, 0, 0);
+        const NodeIndex cell = nodes_.NewElement(Tag::kTd, Namespace::kHtml, 0, 0, 0);
+        if (nodes_.Failed()) return;
+        nodes_.SetRole(row, kKeywordRow, false);
+        nodes_.SetRole(cell, kKeywordCell, false);
+        nodes_.MoveChildren(element, cell);
+        nodes_.Append(row, cell);
+        nodes_.Append(element, row);
+    }
+
+    NodeStore& nodes_;
+    const bool opensNoscript_;
+    const bool cardsAreContent_;
+    NodeIndex heading_ = kNoNode;
+    NodeIndex card_ = kNoNode;  // the outermost open link
+    bool cardHasBlocks_ = false;
+    unsigned int cardText_ = 0;
+};
 
 }  // namespace
 
-void ReadBlocks(NodeStore& nodes) noexcept {
+void ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept {
+    const bool locked = IsLocked(page);
+    if (!locked) ApplyMarks(nodes, page);
+    if (!locked && IsMainReadAlone(page)) ReadAlone(nodes, page.main);
+    BlockWalk walk(nodes, locked, !HasProse(page));
     WalkTree(
-        nodes,
-        [&](NodeIndex node) {
-            if (nodes.TypeOf(node) != NodeType::kElement) return false;
-            const unsigned int keyword = RoleInBlockReading(nodes, node);
-            nodes.ChangeRole(node, keyword);
-            return keyword != kKeywordSkipped && keyword != kKeywordClutter;
-        },
-        [&](NodeIndex node) {
-            const bool isBlock = nodes[node].Keyword() == kKeywordTable && nodes.TagOf(node) != Tag::kTable;
-            if (isBlock) WrapChildren(nodes, node);
-        });
+        nodes, [&](NodeIndex node) { return walk.Enter(node); }, [&](NodeIndex node) { walk.Leave(node); });
 }
 
 }  // namespace ZOTParser

@@ -1,12 +1,22 @@
 #pragma once
 
-#include "node_store.h"
+#include "page_outline.h"
 
 namespace ZOTParser {
 
-// Changes the roles of a page from those of the table reading to those of the block reading: layout blocks
-// become tables of one row and one cell, what a browser does not show is skipped, and so is what stands
-// around a page's content by its own account. Layout tables stay what they are.
-void ReadBlocks(NodeStore& nodes) noexcept;
+// Changes the roles of a page from those of the table reading to those of the block reading.
+//
+//   - What a browser does not show is skipped, and what stands around the content by its own account is
+//     clutter.
+//   - A page that names the one element holding its main content is read there alone, when that element holds
+//     a fair share of what the page shows.
+//   - A page that shows next to nothing beside what it hides, or keeps for browsers without scripts, is
+//     waiting for a script to move its text into place: all of it is read.
+//   - Layout blocks become tables of one row and one cell.
+//   - On a page without prose, such as a list of goods or of headlines, the cards are the content: an anchor
+//     around a card, a heading or a teaser is no link there.
+//
+// Layout tables stay what they are.
+void ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept;
 
 }  // namespace ZOTParser

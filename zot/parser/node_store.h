@@ -129,6 +129,8 @@ public:
         nodes_[element].word_ = (nodes_[element].word_ & ~0xFFu) | keyword;
     }
 
+    void ClearLink(NodeIndex element) noexcept { nodes_[element].word_ &= ~kLinkFlag; }
+
     NodeIndex Parent(NodeIndex node) const noexcept { return nodes_[node].parent_; }
     NodeIndex FirstChild(NodeIndex node) const noexcept {
         return TypeOf(node) == NodeType::kText ? kNoNode : nodes_[node].first_;
@@ -194,7 +196,7 @@ private:
     static constexpr unsigned int kNoteShift = kTextKindShift;  // of an element
     static constexpr unsigned int kClosedText = 1u << 24;
     static constexpr unsigned int kAttributeShift = 26;
-    static constexpr unsigned int kKeptAttributes = kHasHref | kHasStanding;
+    static constexpr unsigned int kKeptAttributes = kHasHref | kDescribesItself;
     static constexpr unsigned int kSpaceText = 1u << 31;  // one blank
     static constexpr unsigned int kPieces = 1u << 25;     // first_ is the first piece of a list
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "node_store.h"
+#include "page_outline.h"
 
 namespace ZOTParser {
 
-// Whether the library reads a page by its layout tables: one that has no layout blocks, and one whose words
-// stand in tables all but a few. Every other page is read by its blocks. The roles are assigned already.
-bool IsLaidOutWithTables(const NodeStore& nodes) noexcept;
+// Whether the library reads a page that has layout blocks by its layout tables all the same: one whose text
+// stands in tables all but a trifle.
+bool IsLaidOutWithTables(const PageOutline& page) noexcept;
 
 }  // namespace ZOTParser

@@ -42,17 +42,16 @@ Found AssignTableRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexc
     return found;
 }
 
-bool IsReadByBlocks(const NodeStore& nodes, const Found& found, HtmlKeywordTable::PrtType type) noexcept {
-    if (type != HtmlKeywordTable::kDefaultReading) return type == HtmlKeywordTable::kBlockReading;
-    return found.blocks && !(found.tables && IsLaidOutWithTables(nodes));
-}
-
 }  // namespace
 
 void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
     const Found found = AssignTableRoles(nodes, keywords);
-    if (nodes.Failed() || !IsReadByBlocks(nodes, found, keywords.Type())) return;
-    ReadBlocks(nodes);
+    const bool chooses = keywords.Type() == HtmlKeywordTable::kDefaultReading;
+    if (keywords.Type() == HtmlKeywordTable::kTableReading || (chooses && !found.blocks)) return;
+    if (nodes.Failed()) return;
+    const PageOutline page(nodes);
+    if (chooses && IsLaidOutWithTables(page)) return;
+    ReadBlocks(nodes, page);
     if (!nodes.Failed() && (found.tables || found.preformatted)) KeepLines(nodes);
 }
 

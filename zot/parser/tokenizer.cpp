@@ -33,10 +33,10 @@ std::uint8_t BitOf(Span name) noexcept {
     switch (HeadOf(name.View())) {
         case HeadOf("href"): return bitIf(4, kHasHref);
         case HeadOf("type"): return bitIf(4, kHasType);
-        case HeadOf("role"): return bitIf(4, kHasStanding);
-        case HeadOf("style"): return bitIf(5, kHasStanding);
-        case HeadOf("hidden"): return bitIf(6, kHasStanding);
-        case HeadOf("aria-hidden"): return bitIf(11, kHasStanding);
+        case HeadOf("role"): return bitIf(4, kDescribesItself);
+        case HeadOf("style"): return bitIf(5, kDescribesItself);
+        case HeadOf("hidden"): return bitIf(6, kDescribesItself);
+        case HeadOf("aria-hidden"): return bitIf(11, kDescribesItself);
         default: return 0;
     }
 }

@@ -1,5 +1,5 @@
 #include "character_reference.h"
-#include "hidden_element.h"
+#include "self_description.h"
 #include "tree_builder.h"
 
 // Putting nodes and characters into the tree.
@@ -61,7 +61,7 @@ OpenElement TreeBuilder::NewElement(Tag tag, Namespace ns, bool spelledOut) noex
 }
 
 NodeIndex TreeBuilder::CloneElement(NodeIndex element) noexcept {
-    NoteStanding(nodes_, element);
+    NoteDescription(nodes_, element);
     return nodes_.Clone(element);
 }
 

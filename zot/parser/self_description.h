@@ -1,0 +1,23 @@
+#pragma once
+
+#include "node_store.h"
+
+namespace ZOTParser {
+
+// What an element says about its place on the page, by its tag and its attributes.
+enum class Description {
+    kNone,
+    kHidden,  // `hidden`, aria-hidden="true", or an inline style that takes it off the page
+    kAround,  // it stands around the content: nav, aside, footer, a form for searching, ...
+    kMain,    // it is the main content
+};
+
+// https://www.w3.org/TR/html-aam-1.0/#html-element-role-mappings
+// https://www.w3.org/TR/wai-aria-1.2/#landmark_roles
+Description DescriptionOf(const NodeStore& nodes, NodeIndex element) noexcept;
+
+// Has a formatting element remember what it says, and with it the clones that are made of it afterwards: each
+// of them would read the same tag again, which may be as long as the page.
+void NoteDescription(NodeStore& nodes, NodeIndex element) noexcept;
+
+}  // namespace ZOTParser
