@@ -115,7 +115,7 @@ private:
 }  // namespace
 
 int Main(std::vector<std::string> arguments) {
-    const QuillTool::StandardStreams streams;
+    QuillTool::PrepareStandardStreams();
     Options options;
     if (const std::optional<int> code = ParseOptions(std::move(arguments), options)) return *code;
     const StopSignals signals;
