@@ -87,8 +87,9 @@ class MarkedPages(HostTest):
         for name, markup in ODD_PAGES.items():
             with self.subTest(name):
                 self.write("a.html", markup.encode())
-                self.check("a.html")
-                self.assertEqual(self.browser.evaluate(MARKS)[0][0], 1)
+                for layout in ("tables", "blocks"):
+                    self.check("a.html", "--layout", layout)
+                    self.assertEqual(self.browser.evaluate(MARKS)[0][0], 1)
 
     def test_character_sets(self):
         text = "<p>Größe “naïve” <b>tide</b> tables: 1½ €"
