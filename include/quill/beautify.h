@@ -17,15 +17,15 @@ namespace QuillNS {
 // (kCharsetNone: the encoding is found out from the bytes), or as a tree that ZOTParser::HtmlDocParser has
 // filled.
 //
-//   documentText   may be null. Receives all the text that a reader of the page could see, when there is any.
-//   It is
-//                  never emptied: a page without text leaves it as it was.
+//   documentText   may be null. Receives all the text that a reader of the page could see, when there is
+//                  any. It is never emptied: a page without text leaves it as it was.
 //   type           may be null. Receives LinkPage for a page that is mostly links, and for one without words;
 //                  ContentPage for any other.
 //
-// A malformed page is no error: what browsers make of it is read. No call throws or keeps state; any number
-// of threads may call, each with streams, trees and strings of its own. When memory runs out there is no
-// text.
+// A malformed page is no error: what browsers make of it is read. No call keeps state; any number of threads
+// may call, each with streams, trees and strings of its own. When memory runs out there is no text. The
+// library throws nothing itself; what the standard's own strings and sets throw for want of memory
+// (std::bad_alloc, std::length_error) passes through.
 
 // Replaces `text`. True when it is not empty afterwards.
 QUILL_API bool Beautify(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset, std::u16string& text,

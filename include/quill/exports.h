@@ -40,17 +40,16 @@ extern "C" {
 //   anything else          what the document's own interfaces answered when they failed
 //
 // `*text` is untouched unless S_OK is returned. When memory runs out `*text` is a VT_ERROR holding
-// E_OUTOFMEMORY, and the result S_OK.
+// E_OUTOFMEMORY, or an empty string, and the result S_OK.
 QUILL_API HRESULT STDAPICALLTYPE GetBeautifiedText(IHTMLDocument2* document, VARIANT* text) QUILL_NOEXCEPT;
 
 // Reads an HTML page, or several that belong together, from strings: `*input` is one of
 //
 //   VT_BSTR                  one page
-//   VT_ARRAY | VT_BSTR       one dimension, any lower bound: the first string is the page, the others belong
-//   to it (like
-//                            the frames of a page), and one ranking decides over all of them
-//   VT_ARRAY | VT_VARIANT    the same; elements that are neither VT_BSTR nor VT_BSTR | VT_BYREF are passed
-//   over
+//   VT_ARRAY | VT_BSTR       one dimension, any lower bound: the first string is the page, the others
+//                            belong to it (like the frames of a page), and one ranking decides over all
+//   VT_ARRAY | VT_VARIANT    the same; elements that are neither VT_BSTR nor VT_BSTR | VT_BYREF are
+//                            passed over
 //
 // or the same with VT_BYREF, which refers to the string or array. A string ends at its first NUL; null and
 // empty strings of an array are passed over. `*input` is not changed; an array is locked during the reading.
@@ -62,11 +61,11 @@ QUILL_API HRESULT STDAPICALLTYPE GetBeautifiedText(IHTMLDocument2* document, VAR
 //   S_OK                   there was a string; there may be no text
 //   S_NO_INPUT             null, or an array without any string that is not empty
 //   E_INVALIDARG           an argument is null
-//   E_UNSUPPORTED_INPUT    another type; an array of other elements or more dimensions, or one that cannot be
-//   locked
+//   E_UNSUPPORTED_INPUT    another type; an array of other elements or more dimensions, or one that
+//                          cannot be locked
 //
-// No output is touched on a failure. When memory runs out an output is a VT_ERROR holding E_OUTOFMEMORY, and
-// the result S_OK.
+// No output is touched on a failure. When memory runs out an output is a VT_ERROR holding E_OUTOFMEMORY, or
+// there is no text; the result is S_OK.
 QUILL_API HRESULT STDAPICALLTYPE GetBeautifiedTextFromString(VARIANT* input, VARIANT* text,
                                                              VARIANT* documentText) QUILL_NOEXCEPT;
 

@@ -14,8 +14,8 @@ class WinnerSelection;
 // Writes the main content of a content tree as UTF-16 text, low byte first.
 //
 // The constructor chooses what is written: it ranks every table (KTable::Rank) and lets win
-//   - the top tables: those of at least LowThreshold whose rank falls short of the best by no more than
-//   HiThreshold,
+//   - the top tables, whose rank is at least LowThreshold and at most HiThreshold (a fraction of the best
+//     rank) below the best,
 //   - the tables nested in a top table, at any depth, whose rank is at least WinnerLowThreshold.
 // Cells with too many link words are left out (CellLowScore). When the words so admitted are fewer than the
 // fallback ratio times all words of the tree, it chooses once more with a second set of thresholds. Tables

@@ -14,8 +14,8 @@ namespace QuillNS {
 //
 //   VisitTableInfix(T)
 //     VisitCellInfix(C)
-//       VisitCellText(item)      for each admitted text item, with whole nested walks between them where
-//       tables stand
+//       VisitCellText(item)      for each admitted text item; whole nested walks between them, where
+//                                tables stand
 //     VisitCellPostfix(C)
 //   VisitTablePostfix(T)
 //

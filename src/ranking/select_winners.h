@@ -17,8 +17,8 @@ using TableSet = std::set<ZOT::SmartPtr<KTable>>;
 
 // Inserts the tables that carry the main content of the tree below `root` into `winners`, which holds a set
 // and keeps what is in it:
-//   - the top tables: ranks of at least LowThreshold that fall short of the best by at most HiThreshold of
-//   it,
+//   - the top tables: ranks of at least LowThreshold that are at most HiThreshold (a fraction of the best
+//     rank) below the best,
 //   - of the tables nested in a top table, at any depth, those with ranks of at least WinnerLowThreshold.
 // `totals` is gathered from `root` with kAllLevels. When memory runs out nothing wins.
 void SelectWinners(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,

@@ -38,8 +38,7 @@ using WcToMbConversion = void (*)(ConversionState& state, const char16_t* source
 
 class QUILL_API Conv {
 public:
-    // A direct converter, or null. There is one from UTF-8, UTF-16, Latin-1 and Windows-1252 to UTF-8 and to
-    // UTF-16 (low byte first).
+    // A direct converter, or null. There is one to UTF-8 from UTF-8, UTF-16 and every single-byte encoding.
     static FastConversion FastConversionFunction(ZOT::CHARSET from, ZOT::CHARSET to);
 
     // The halves; null for a number that is no encoding. Encodings for Chinese, Japanese and Korean are only
