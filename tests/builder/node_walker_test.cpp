@@ -30,6 +30,8 @@ TEST(NodeWalker, BreaksLinesAroundElements) {
         {"<h1>one</h1><div>two</div>three", "'one//' 'two/' 'three'"},
         {"<div><div>one</div></div><div>two", "'one//' 'two/'"},
         {"<ul><li>one<li>two</ul>three", "'one//' 'two//' 'three'"},
+        {"one<h2>two</h2>three", "'one//' 'two/' 'three'"},
+        {"one<ul><li>two</ul>three", "'one//' 'two//' 'three'"},
         {"<dl><dt>one<dd>two</dl>three", "'one//' 'two//' 'three'"},
         {"one<blockquote>two</blockquote>three", "'one//' 'two/' 'three'"},
         {"one<address>two</address>three", "'one/' 'two/' 'three'"},
