@@ -34,8 +34,11 @@ TEST(MemoryBuffer, ReadsAndWritesAtSeparatePositions) {
     EXPECT_TRUE(buffer.SeekP(1, kFromBegin));
     Put(buffer, "BC");
     EXPECT_EQ(buffer.vSize(), 103u);
-    buffer.vClearEnd();
+    EXPECT_TRUE(buffer.SeekG(0, kFromEnd));
+    buffer.vClearEnd();  // the read position stays inside
     EXPECT_TRUE(buffer.vEndOfFile());
+    EXPECT_EQ(buffer.vTellG(), 3u);
+    EXPECT_EQ(buffer.vTellP(), 3u);
     EXPECT_TRUE(buffer.SeekG(0, kFromBegin));
     EXPECT_EQ(Rest(buffer), "aBC");
     EXPECT_EQ(buffer.Get(got, 1), 0u);
