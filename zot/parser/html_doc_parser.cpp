@@ -66,7 +66,7 @@ unsigned char* HtmlDocParser::ReadSource(unsigned int& size) {
     }
     if (tree_.charset_ == ZOT::kCharsetUtf8) {
         size = reader_->Size();
-        return reader_->Detach();
+        return size > kLongestSource ? nullptr : reader_->Detach();
     }
     ZOT::PoolBuffer utf8;
     if (!ZOTCharset::ToUtf8(tree_.charset_, reader_->Data(), reader_->Size(), utf8, kSourcePadding))
