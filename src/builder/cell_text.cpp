@@ -5,6 +5,8 @@
 #include <quill/word_count.h>
 #include <zot/text.h>
 
+#include "trim.h"
+
 namespace QuillNS {
 namespace {
 
@@ -19,10 +21,6 @@ std::u16string* LastText(const KCell& cell) {
 
 void TrimStart(std::u16string& text) {
     text.erase(text.begin(), std::find_if_not(text.begin(), text.end(), ZOT::IsWhiteSpace));
-}
-
-void TrimEnd(std::u16string& text) {
-    while (!text.empty() && ZOT::IsWhiteSpace(text.back())) text.pop_back();
 }
 
 // Whether a cleaned text only keeps apart what stands on its two sides.

@@ -1,7 +1,8 @@
 #include <algorithm>
 #include <quill/cell_item.h>
 #include <quill/table.h>
-#include <zot/text.h>
+
+#include "trim.h"
 
 namespace QuillNS {
 
@@ -10,12 +11,6 @@ namespace {
 constexpr std::size_t kFirstRoom = 32;  // units of a new text record, at least
 constexpr std::size_t kSpareRoom =
     5;  // units beyond the first run, for the blanks and line feeds that join runs
-
-void TrimEnd(std::u16string& text) {
-    std::size_t size = text.size();
-    while (size > 0 && ZOT::IsWhiteSpace(text[size - 1])) --size;
-    text.resize(size);
-}
 
 }  // namespace
 
