@@ -92,6 +92,22 @@ TEST(BlockReading, ReadsTheOneMainElementAlone) {
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
+TEST(BlockReading, LeavesOutShortFormsBesideProse) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<form>a</form><p>PROSE", R"(clutter("a") paragraph(PROSE break))"},
+        {"<form>PROSE</form>", "form(PROSE)"},
+        {"<form hidden>a</form>PROSE", R"(skipped("a") PROSE)"},
+        {"<form><main>a</main></form><p>PROSE", R"(form(table(row(cell("a")))) paragraph(PROSE break))"},
+        // All that the page has.
+        {"<form>a</form>b", R"(form("a") "b")"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
 TEST(BlockReading, OpensAPageThatWaitsForAScript) {
     struct Case {
         const char* html;

@@ -34,9 +34,15 @@ bool HasProse(const PageOutline& page) noexcept {
 }
 
 void ApplyMarks(NodeStore& nodes, const PageOutline& page) noexcept {
+    const bool hasProse = HasProse(page);
     for (const PageOutline::Mark& mark : page.marks) {
-        const bool hidden = mark.standing == PageOutline::Standing::kHidden;
-        nodes.ChangeRole(mark.element, hidden ? kKeywordSkipped : kKeywordClutter);
+        switch (mark.standing) {
+            case PageOutline::Standing::kHidden: nodes.ChangeRole(mark.element, kKeywordSkipped); break;
+            case PageOutline::Standing::kClutter: nodes.ChangeRole(mark.element, kKeywordClutter); break;
+            case PageOutline::Standing::kForm:
+                if (hasProse) nodes.ChangeRole(mark.element, kKeywordClutter);
+                break;
+        }
     }
 }
 
@@ -75,7 +81,7 @@ public:
 
     bool Enter(NodeIndex node) noexcept {
         if (nodes_.TypeOf(node) == NodeType::kText) {
-            if (card_ != kNoNode && !nodes_[node].IsSpace()) cardText_ += nodes_[node].SourceLength();
+            if (card_ != kNoNode && !nodes_.IsSpace(nodes_[node])) cardText_ += nodes_[node].SourceLength();
             return false;
         }
         const Tag tag = nodes_.TagOf(node);

@@ -8,6 +8,7 @@ namespace ZOTParser {
 //
 //   - What a browser does not show is skipped, and what stands around the content by its own account is
 //     clutter.
+//   - On a page with prose a short form is clutter too.
 //   - A page that names the one element holding its main content is read there alone, when that element holds
 //     a fair share of what the page shows.
 //   - A page that shows next to nothing beside what it hides, or keeps for browsers without scripts, is

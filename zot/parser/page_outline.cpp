@@ -11,6 +11,9 @@ namespace {
 constexpr unsigned int kSentence = 60;  // bytes: ten words
 constexpr unsigned int kLinkPart = 3;   // less than one byte in so many stands in links
 
+// A form with less text than this, some thirty words, is there to search, to log in or to subscribe.
+constexpr unsigned int kFilledInForm = 180;  // bytes
+
 bool EndsRun(unsigned int keyword) noexcept {
     return keyword != kKeywordInline && keyword != kKeywordAnchor && keyword != kKeywordBreak;
 }
@@ -21,9 +24,10 @@ public:
 
     bool Enter(NodeIndex node) noexcept {
         if (nodes_.TypeOf(node) == NodeType::kText) {
-            if (!nodes_[node].IsSpace()) AddText(nodes_[node]);
+            if (!nodes_.IsSpace(nodes_[node])) AddText(nodes_[node]);
             return false;
         }
+        if (SaysNothing(node)) return true;
         if (!IsRead(node)) return false;
         const unsigned int keyword = nodes_[node].Keyword();
         if (EndsRun(keyword)) EndRun();
@@ -34,14 +38,16 @@ public:
             locked_ = node;
         } else {
             Describe(node);
+            if (nodes_.TagOf(node) == Tag::kForm && locked_ != node && clutter_ != node) EnterForm(node);
         }
         return true;
     }
 
     void Leave(NodeIndex node) noexcept {
-        if (nodes_.TypeOf(node) == NodeType::kText || !IsRead(node)) return;
+        if (nodes_.TypeOf(node) == NodeType::kText || SaysNothing(node) || !IsRead(node)) return;
         const unsigned int keyword = nodes_[node].Keyword();
         if (EndsRun(keyword)) EndRun();
+        if (node == form_) LeaveForm();
         openTables_ -= keyword == kKeywordTable;
         openLinks_ -= nodes_[node].IsLink();
         for (NodeIndex* const open : {&locked_, &clutter_, &main_}) {
@@ -55,6 +61,11 @@ public:
     }
 
 private:
+    // Most elements: those within a line, without any of the attributes that are looked for.
+    bool SaysNothing(NodeIndex node) const noexcept {
+        return nodes_[node].Keyword() == kKeywordInline && !nodes_.HasAttributeBit(node, kDescribesItself);
+    }
+
     // Skipped elements are not, but for what is kept for browsers without scripts.
     bool IsRead(NodeIndex node) const noexcept {
         return nodes_[node].Keyword() != kKeywordSkipped || nodes_.TagOf(node) == Tag::kNoscript;
@@ -77,6 +88,19 @@ private:
                 ++mains_;
                 return;
         }
+    }
+
+    void EnterForm(NodeIndex form) noexcept {
+        form_ = form;
+        shownBeforeForm_ = page_.shown;
+        mainsBeforeForm_ = mains_;
+    }
+
+    void LeaveForm() noexcept {
+        if (page_.shown - shownBeforeForm_ < kFilledInForm && mains_ == mainsBeforeForm_) {
+            page_.marks.Append({form_, PageOutline::Standing::kForm});
+        }
+        form_ = kNoNode;
     }
 
     void AddText(const Node& text) noexcept {
@@ -119,6 +143,9 @@ private:
     NodeIndex locked_ = kNoNode;
     NodeIndex clutter_ = kNoNode;
     NodeIndex main_ = kNoNode;
+    NodeIndex form_ = kNoNode;  // the innermost
+    unsigned int shownBeforeForm_ = 0;
+    unsigned int mainsBeforeForm_ = 0;
     // The run of text that is open, in bytes.
     unsigned int run_ = 0;
     unsigned int runInLinks_ = 0;

@@ -8,7 +8,7 @@ namespace ZOTParser {
 // elements say themselves that they are not shown, stand around the content, or are it. Text is weighed by
 // its bytes in the source, which costs nothing; white space between elements counts nothing.
 struct PageOutline {
-    enum class Standing : unsigned int { kHidden, kClutter };
+    enum class Standing : unsigned int { kHidden, kClutter, kForm };  // a form that is short
     struct Mark {
         NodeIndex element;
         Standing standing;
@@ -23,7 +23,7 @@ struct PageOutline {
     // that do not stand inside one another.
     NodeIndex main = kNoNode;
     unsigned int mainShown = 0;   // in it
-    ZOT::FastVector<Mark> marks;  // the outermost such elements, in document order; memory permitting
+    ZOT::FastVector<Mark> marks;  // no mark stands in one of another kind, memory permitting
 
     // The roles are those of the table reading.
     explicit PageOutline(const NodeStore& nodes) noexcept;
