@@ -1,3 +1,4 @@
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <new>
@@ -53,6 +54,13 @@ TEST(SmartPtr, OwnsOneReference) {
     EXPECT_EQ(alive, 0);
 }
 
+TEST(SmartPtr, OrdersByAddress) {
+    const Handle handles[] = {Handle(new Thing, true), Handle(new Thing, true), Handle()};
+    for (const Handle& a : handles) {
+        for (const Handle& b : handles) EXPECT_EQ(a < b, std::less<const Thing*>()(a.Get(), b.Get()));
+    }
+}
+
 TEST(SPRefCounter, IsNotCopied) {
     Thing thing;
     thing.AddRef();
@@ -74,6 +82,24 @@ TEST(RefCount, SharesAndDeletesOnce) {
         also = self;
         EXPECT_EQ(holder.NbRef(), 2);
         holder = empty;
+        EXPECT_EQ(alive, 1);
+    }
+    EXPECT_EQ(alive, 0);
+}
+
+struct Link : ZOT::PoolObject {
+    ZOT::RefCount<Link> next;
+    Thing thing;
+};
+
+TEST(RefCount, TakesWhatIsReachedThroughItsOwnValue) {
+    {
+        ZOT::RefCount<Link> chain(new Link);
+        chain->next = ZOT::RefCount<Link>(new Link);
+        Link* const second = chain->next.Get();
+        chain = chain->next;
+        EXPECT_EQ(chain.Get(), second);
+        EXPECT_EQ(chain.NbRef(), 1);
         EXPECT_EQ(alive, 1);
     }
     EXPECT_EQ(alive, 0);
@@ -119,6 +145,21 @@ TEST(FastVector, GrowsByTwoThenByAQuarter) {
     numbers.Free();
     EXPECT_EQ(numbers.Capacity(), 0u);
     EXPECT_EQ(ZOT::FastVector<double>(7).Size(), 7u);
+}
+
+TEST(FastVector, ReservesAndResizesExactly) {
+    ZOT::FastVector<unsigned int> numbers;
+    EXPECT_TRUE(numbers.Reserve(20));
+    EXPECT_EQ(numbers.Capacity(), 20u);
+    EXPECT_TRUE(numbers.Reserve(10) && numbers.Resize(20));
+    EXPECT_EQ(numbers.Capacity(), 20u);
+    numbers[0] = 7;
+    EXPECT_TRUE(numbers.Append(numbers[0]));  // which moves the array
+    EXPECT_EQ(numbers[20], 7u);
+    EXPECT_EQ(numbers.Capacity(), 40u);
+    EXPECT_TRUE(numbers.Resize(41));
+    EXPECT_EQ(numbers.Capacity(), 41u);
+    EXPECT_EQ(numbers[20], 7u);
 }
 
 int handled = 0;
