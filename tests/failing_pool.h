@@ -7,10 +7,12 @@ namespace QuillNS {
 // Allocations that have not come back yet.
 unsigned int LiveAllocations();
 
-// Makes the n-th allocation from now on fail, and all that follow, for as long as it lives. One at a time.
+// Makes the n-th allocation from now on fail, and all that follow or no other, for as long as it lives. One
+// at a time.
+enum class Failing { kFromThenOn, kOnce };
 class FailFromNthAllocation {
 public:
-    explicit FailFromNthAllocation(unsigned int n);
+    explicit FailFromNthAllocation(unsigned int n, Failing failing = Failing::kFromThenOn);
     FailFromNthAllocation(const FailFromNthAllocation&) = delete;  // there is only one pool
     FailFromNthAllocation& operator=(const FailFromNthAllocation&) = delete;
     ~FailFromNthAllocation();

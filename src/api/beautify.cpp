@@ -1,5 +1,4 @@
 #include <quill/beautify.h>
-#include <zot/memory_buffer.h>
 
 #include "tree_builder.h"
 #include "write_text.h"
@@ -26,7 +25,7 @@ bool Beautify(ZOTParser::HtmlDocTree& tree, ZOT::BinaryStreamBuf& out, std::u16s
               DocumentType* type) {
     ZOT::SmartPtr<KTable> root = MakeRoot();
     BuildTree(tree, root, documentText);
-    ZOTFile::MemoryBuffer buffer(kWorkBufferSize);
+    WorkBuffer buffer;
     WriteText(root, buffer, type);
     if (buffer.vSize() == 0) return false;
     buffer.SeekG(0, ZOT::kFromBegin);

@@ -1,13 +1,12 @@
 #include "write_text.h"
 
 #include <quill/text_extractor.h>
-#include <zot/memory_buffer.h>
 
 namespace QuillNS {
 
 bool WriteText(const ZOT::SmartPtr<KTable>& root, std::u16string& text, DocumentType* type) {
     text.clear();
-    ZOTFile::MemoryBuffer buffer(kWorkBufferSize);
+    WorkBuffer buffer;
     WriteText(root, buffer, type);
     text.reserve(buffer.vSize() / sizeof(char16_t));
     buffer.SeekG(0, ZOT::kFromBegin);

@@ -3,6 +3,7 @@
 #include <string>
 #include <quill/document_type.h>
 #include <quill/table.h>
+#include <zot/memory_buffer.h>
 #include <zot/smart_ptr.h>
 #include <zot/stream.h>
 
@@ -10,6 +11,23 @@ namespace QuillNS {
 
 // First allocation of a buffer that takes the text of a page before it goes to the caller, in bytes.
 constexpr unsigned int kWorkBufferSize = 4096;
+
+// Takes the text of a page before it goes to the caller: all of it, or nothing when memory runs out.
+class WorkBuffer final : public ZOTFile::MemoryBuffer {
+public:
+    WorkBuffer() : MemoryBuffer(kWorkBufferSize) {}
+
+    unsigned int vPut(const void* bytes, unsigned int count) override {
+        const unsigned int written = whole_ ? MemoryBuffer::vPut(bytes, count) : 0;
+        if (written == count) return written;
+        whole_ = false;
+        vClear();
+        return 0;
+    }
+
+private:
+    bool whole_ = true;
+};
 
 // The last steps of every Beautify. A null root (memory ran out) has no text and counts as LinkPage. `type`
 // may be null.

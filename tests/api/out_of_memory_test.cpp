@@ -11,19 +11,38 @@
 namespace QuillNS {
 namespace {
 
-constexpr std::string_view kPage =
-    "<ul><li><a href=a>One</a><li><a href=b>Two</a></ul><h1>A heading</h1><pre>some\n text</pre>"
-    "<table><tr><td rowspan=2>left<td>Many words in a table, more than elsewhere.<tr><td><table><tr><td>and "
-    "in a "
-    "table inside it</table></table><p>The end.";
+std::string Repeated(std::string_view piece, unsigned int count) {
+    std::string text;
+    for (; count != 0; --count) text += piece;
+    return text;
+}
 
-ZOTFile::MemoryBuffer Bytes() {
-    return {kPage.data(), static_cast<unsigned int>(kPage.size()), 0};
+// Small pages that come by every kind of allocation.
+constexpr unsigned int kPages = 5;
+const std::string& Page(unsigned int number) {
+    static const std::string pages[kPages] = {
+        "<ul><li><a href=a>One</a><li><a href=b>Two</a></ul><h1>A heading</h1><pre>some\n text</pre>"
+        "<table><tr><td rowspan=2>left<td>Many words in a table, more than "
+        "elsewhere.<tr><td><table><tr><td>and "
+        "in a table inside it</table></table><p>The end.",
+        // More text than the first buffers hold, more nodes than the first array, more items than a cell's
+        // room.
+        Repeated("<p>Words &amp; <b>more</b> words", 200) + "<table>" + Repeated("<tr><td>a<td>b", 40),
+        Repeated("<a href=x>link</a> ", 40),
+        "<table>foster<i>parent</table><select><selectedcontent></selectedcontent><option>x<b>y</select>"
+        "<template><p>left out</template><body class=a><b><p>mis</b>nested<svg><a>x</svg>",
+        Repeated("<div><p>Blocks of words that are content.</p></div>", 30) + "<nav>clutter</nav>",
+    };
+    return pages[number];
+}
+
+ZOTFile::MemoryBuffer Bytes(const std::string& page = Page(0)) {
+    return {page.data(), static_cast<unsigned int>(page.size()), 0};
 }
 
 // Runs `beautify` with its first allocation failing, then its second, and so on until it goes through.
 template <class Beautifier>
-void ExpectTextOrNothing(Beautifier beautify) {
+void ExpectTextOrNothing(Failing failing, Beautifier beautify) {
     std::u16string whole;
     ASSERT_TRUE(beautify(whole));
     for (unsigned int n = 1;; ++n) {
@@ -32,65 +51,77 @@ void ExpectTextOrNothing(Beautifier beautify) {
         bool result = false;
         bool happened = false;
         {
-            FailFromNthAllocation failing(n);
+            FailFromNthAllocation failure(n, failing);
             result = beautify(text);
-            happened = failing.Happened();
+            happened = failure.Happened();
         }
-        EXPECT_EQ(LiveAllocations(), live) << "left behind when allocation " << n << " fails";
-        EXPECT_EQ(result, !text.empty()) << n;
+        ASSERT_EQ(LiveAllocations(), live) << "left behind when allocation " << n << " fails";
+        ASSERT_EQ(result, !text.empty()) << n;
+        // When only one allocation fails, a frame or a finer reading may be missing.
+        const bool mayDiffer = failing == Failing::kOnce;
+        ASSERT_TRUE(mayDiffer || text.empty() || text == whole)
+            << "another text when allocation " << n << " fails";
         if (!happened) {
-            EXPECT_EQ(text, whole);
+            ASSERT_EQ(text, whole);
             break;
         }
     }
 }
 
-TEST(OutOfMemory, APageGivesNothingAndLeavesNothingBehind) {
-    ExpectTextOrNothing([](std::u16string& text) {
-        auto bytes = Bytes();
-        return Beautify(bytes, ZOT::kCharsetUtf8, text, nullptr, nullptr);
-    });
+class OutOfMemory : public ::testing::TestWithParam<Failing> {};
+INSTANTIATE_TEST_SUITE_P(Pool, OutOfMemory, ::testing::Values(Failing::kFromThenOn, Failing::kOnce));
+
+TEST_P(OutOfMemory, APageGivesNothingAndLeavesNothingBehind) {
+    for (unsigned int number = 0; number < kPages; ++number) {
+        for (const ZOT::CHARSET charset : {ZOT::kCharsetUtf8, ZOT::kCharsetNone, ZOT::kCharsetWindows1251}) {
+            SCOPED_TRACE("page " + std::to_string(number) + " in " + std::to_string(charset));
+            ExpectTextOrNothing(GetParam(), [&](std::u16string& text) {
+                auto bytes = Bytes(Page(number));
+                return Beautify(bytes, charset, text, nullptr, nullptr);
+            });
+        }
+    }
 }
 
-TEST(OutOfMemory, SoDoPartitions) {
-    ExpectTextOrNothing([](std::u16string& text) {
-        text.clear();
-        auto bytes = Bytes();
-        auto frame = Bytes();
-        auto* const child =
-            new HtmlDocPartitions(ZOT::RefCount<ZOT::BinaryStream>(new ZOT::BinaryStream(&frame, false)),
+TEST_P(OutOfMemory, SoDoPartitions) {
+    auto bytes = Bytes();
+    auto frame = Bytes(Page(1));
+    const HtmlDocPartitions child(ZOT::RefCount<ZOT::BinaryStream>(new ZOT::BinaryStream(&frame, false)),
                                   ZOT::kCharsetUtf8, HtmlDocPartitions::HtmlContent);
-        HtmlDocPartitions page(ZOT::RefCount<ZOT::BinaryStream>(new ZOT::BinaryStream(&bytes, false)),
-                               ZOT::kCharsetUtf8, HtmlDocPartitions::HtmlContent);
-        page.children.Append(ZOT::RefCount<HtmlDocPartitions>(child));
+    HtmlDocPartitions page(ZOT::RefCount<ZOT::BinaryStream>(new ZOT::BinaryStream(&bytes, false)),
+                           ZOT::kCharsetUtf8, HtmlDocPartitions::HtmlContent);
+    page.children.Append(ZOT::RefCount<HtmlDocPartitions>(new HtmlDocPartitions(child)));
+    ExpectTextOrNothing(GetParam(), [&](std::u16string& text) {
+        bytes.SeekG(0, ZOT::kFromBegin);
+        frame.SeekG(0, ZOT::kFromBegin);
         return Beautify(page, text, nullptr, nullptr);
     });
 }
 
-TEST(OutOfMemory, WithoutATreeThePageIsALinkPage) {
+TEST_P(OutOfMemory, WithoutATreeThePageIsALinkPage) {
     auto bytes = Bytes();
     std::u16string text;
     DocumentType type = ContentPage;
-    const FailFromNthAllocation failing(1);
+    const FailFromNthAllocation failing(1, GetParam());
     EXPECT_FALSE(Beautify(bytes, ZOT::kCharsetUtf8, text, nullptr, &type));
     EXPECT_EQ(type, LinkPage);
 }
 
 // With each size of the page the nodes run out in another stage of the parse, that of the roles included.
-TEST(OutOfMemory, APageOfBlocksEndsWhereverItsNodesRunOut) {
+TEST_P(OutOfMemory, APageOfBlocksEndsWhereverItsNodesRunOut) {
     for (int fillers = 0; fillers < 80; ++fillers) {
         std::string page =
             "<div><ul><li><p>one</ul><div><pre>two</pre><table><tr><td>three<td>four<tr><td>"
             "five<td>six</table></div></div>";
         for (int i = 0; i < fillers; ++i) page += "<i></i>";
-        ExpectTextOrNothing([&page](std::u16string& text) {
+        ExpectTextOrNothing(GetParam(), [&page](std::u16string& text) {
             ZOTFile::MemoryBuffer bytes(page.data(), static_cast<unsigned int>(page.size()), 0);
             return Beautify(bytes, ZOT::kCharsetUtf8, text, nullptr, nullptr);
         });
     }
 }
 
-TEST(OutOfMemory, TheContentTreeIsWholeOrNull) {
+TEST_P(OutOfMemory, TheContentTreeIsWholeOrNull) {
     const auto words = [](KTable& root) {
         unsigned int sum = 0;
         for (const auto& item : *root.GetCell(0, 1)) sum += item->IsText() ? 1 : item->Table()->Cols() * 100;
@@ -100,7 +131,7 @@ TEST(OutOfMemory, TheContentTreeIsWholeOrNull) {
     const unsigned int whole = words(*GetDocumentTree(bytes, ZOT::kCharsetUtf8));
     for (unsigned int n = 1;; ++n) {
         auto again = Bytes();
-        FailFromNthAllocation failing(n);
+        FailFromNthAllocation failing(n, GetParam());
         const ZOT::SmartPtr<KTable> root = GetDocumentTree(again, ZOT::kCharsetUtf8);
         if (root && root->GetCell(0, 1)) {
             EXPECT_EQ(words(*root), whole) << n;
