@@ -128,14 +128,17 @@ TEST(BlockReading, TakesCardsForContentWhereThereIsNoProse) {
         const char* body;
     };
     const Case cases[] = {
-        {"<a href=x>name</a><h2><a href=x>b</a></h2><a href=x><h3>c</h3></a><a href=x>d<div>e</div></a>",
-         R"(anchor*("name") heading(anchor("b") break) anchor(heading("c" break)) anchor("d" table(row(cell("e")))))"},
+        {"<a href=x>name</a><h2><a href=x>b</a></h2><a href=x><h3>c</h3></a><a href=x>d<div>e</div></a>f",
+         R"(anchor*("name") heading(anchor("b") break) anchor(heading("c" break)) anchor("d" table(row(cell("e")))) "f")"},
         {"<a href=x>a teaser<br>is a card by its length alone, be there ever so few things inside it that "
          "say so, "
-         "and no matter what follows</a>",
+         "and no matter what follows</a>but all is not a link",
          "anchor(\"a teaser\" break \"is a card by its length alone, be there ever so few things inside it "
          "that say "
-         "so, and no matter what follows\")"},
+         "so, and no matter what follows\") \"but all is not a link\""},
+        // Links alone: the page is a page of links.
+        {"<h2><a href=x>b</a></h2><a href=x><h3>c</h3></a>",
+         R"(heading(anchor*("b") break) anchor*(heading("c" break)))"},
         {"<p>PROSE<h2><a href=x>b</a></h2><a href=x><h3>c</h3></a>",
          R"(paragraph(PROSE break) heading(anchor*("b") break) anchor*(heading("c" break)))"},
     };

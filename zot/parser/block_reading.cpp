@@ -18,6 +18,10 @@ constexpr std::uint64_t kLockedPage = 4;
 constexpr unsigned int kLeastProse = 350;       // bytes: some sixty words
 constexpr std::uint64_t kLeastProseShare = 10;  // of a hundred bytes shown
 
+// A page of links alone has no more outside them, of a hundred bytes shown. It stays one: all of it is
+// written.
+constexpr std::uint64_t kMostBesideLinks = 2;
+
 // Bytes from which on an anchor's own text is a teaser, some fifteen words. Names of pages are shorter.
 constexpr unsigned int kTeaser = 90;
 
@@ -31,6 +35,10 @@ bool IsLocked(const PageOutline& page) noexcept {
 
 bool HasProse(const PageOutline& page) noexcept {
     return page.prose >= kLeastProse && std::uint64_t{page.prose} * 100 >= page.shown * kLeastProseShare;
+}
+
+bool IsLinksAlone(const PageOutline& page) noexcept {
+    return std::uint64_t{page.shown - page.linked} * 100 <= page.shown * kMostBesideLinks;
 }
 
 void ApplyMarks(NodeStore& nodes, const PageOutline& page) noexcept {
@@ -146,7 +154,7 @@ void ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept {
     const bool locked = IsLocked(page);
     if (!locked) ApplyMarks(nodes, page);
     if (!locked && IsMainReadAlone(page)) ReadAlone(nodes, page.main);
-    BlockWalk walk(nodes, locked, !HasProse(page));
+    BlockWalk walk(nodes, locked, !HasProse(page) && !IsLinksAlone(page));
     WalkTree(
         nodes, [&](NodeIndex node) { return walk.Enter(node); }, [&](NodeIndex node) { walk.Leave(node); });
 }

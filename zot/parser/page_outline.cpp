@@ -6,8 +6,8 @@
 namespace ZOTParser {
 namespace {
 
-// Prose is a run of text between two block borders that is as long as a sentence, has an end of one, and is
-// not mostly link. Lists of links, captions and prices are none.
+// Prose is a run of text between two block borders that is as long as a sentence, is not mostly link, and has
+// the end of a sentence in the longest of its texts. Lists of links, captions and prices are none.
 constexpr unsigned int kSentence = 60;  // bytes: ten words
 constexpr unsigned int kLinkPart = 3;   // less than one byte in so many stands in links
 
@@ -115,8 +115,9 @@ private:
         run_ += size;
         if (openLinks_ != 0) {
             runInLinks_ += size;
-        } else if (!runHasEnd_) {
-            runHasEnd_ = HasSentenceEnd(text);
+            page_.linked += size;
+        } else if (longest_ == nullptr || size > longest_->SourceLength()) {
+            longest_ = &text;
         }
     }
 
@@ -129,9 +130,12 @@ private:
     }
 
     void EndRun() noexcept {
-        if (run_ >= kSentence && runHasEnd_ && runInLinks_ * kLinkPart < run_) page_.prose += run_;
+        if (run_ == 0) return;
+        if (run_ >= kSentence && runInLinks_ * kLinkPart < run_ && HasSentenceEnd(*longest_)) {
+            page_.prose += run_;
+        }
         run_ = runInLinks_ = 0;
-        runHasEnd_ = false;
+        longest_ = nullptr;
     }
 
     const NodeStore& nodes_;
@@ -149,7 +153,7 @@ private:
     // The run of text that is open, in bytes.
     unsigned int run_ = 0;
     unsigned int runInLinks_ = 0;
-    bool runHasEnd_ = false;
+    const Node* longest_ = nullptr;  // of its texts outside links
 };
 
 }  // namespace

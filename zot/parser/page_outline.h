@@ -17,6 +17,7 @@ struct PageOutline {
     unsigned int text = 0;          // all but what is skipped in the table reading
     unsigned int textInTables = 0;  // in table elements
     unsigned int shown = 0;         // outside the marked elements
+    unsigned int linked = 0;        // of that, in links
     unsigned int prose = 0;         // of that, what reads like prose
     unsigned int locked = 0;        // hidden, or kept for browsers without scripts
     // The one element that is the main content by its own account; kNoNode when there is none, or several
