@@ -97,8 +97,9 @@ TEST(Parser, EndsTheLineOfAParagraphThatHasContent) {
         {"<table><p>a<tr><td>b", R"(paragraph("a" break) table(body(row(cell("b")))))"},
     };
     for (const Case& c : cases) EXPECT_EQ(Dump(ParsedPage(c.html).Body()), c.body) << c.html;
-    for (auto node = ParsedPage("<p>a").Body().begin()->Children().begin();
-         node != ParsedPage::Children(nullptr).end(); ++node) {
+    const ParsedPage page("<p>a");
+    for (auto node = page.Body().begin()->Children().begin(); node != ParsedPage::Children(nullptr).end();
+         ++node) {
         if (node->Keyword() != kKeywordBreak) continue;
         EXPECT_EQ(node->SourcePosition(), 0u);
         EXPECT_EQ(node->SourceLength(), 0u);
