@@ -21,12 +21,12 @@ public:
         next_ += taken;
         return bytes;
     }
-    // The same as text: each byte a unit, high ones somewhere behind ASCII.
+    // The same as text: each unit a unit, high ones somewhere behind ASCII.
     std::u16string Text() {
         std::u16string text;
         for (const char c : Bytes()) {
-            const auto byte = static_cast<unsigned char>(c);
-            text += static_cast<char16_t>(byte < 0x80 ? byte : byte * 0x101);
+            const auto unit = static_cast<unsigned char>(c);
+            text += static_cast<char16_t>(unit < 0x80 ? unit : unit * 0x101);
         }
         return text;
     }
