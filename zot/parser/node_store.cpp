@@ -10,7 +10,7 @@ static_assert(sizeof(Node) == 32, "a node is half a cache line");
 
 NodeStore* NodeStore::Of(const Node& node) noexcept {
     NodeStore* store;
-    std::memcpy(&store, static_cast<const void*>(&node - node.index_), sizeof store);
+    std::memcpy(&store, static_cast<const void*>(&node - node.index_), sizeof(void*));
     return store;
 }
 
@@ -28,7 +28,7 @@ bool NodeStore::Init(unsigned char* source, unsigned int size) {
     if (holders_ == nullptr) return Fail();
     if (!Grow()) return false;
     const NodeStore* const self = this;
-    std::memcpy(static_cast<void*>(nodes_), &self, sizeof self);
+    std::memcpy(static_cast<void*>(nodes_), &self, sizeof(void*));
     count_ = kDocumentNode;
     NewNode(WordOf(NodeType::kElement), 0, 0);
     NewNode(WordOf(NodeType::kElement), 0, 0);

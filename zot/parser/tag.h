@@ -50,6 +50,7 @@ enum class Tag : std::uint8_t {
 #undef ZOT_PARSER_TAG
 };
 
+// NOLINTNEXTLINE(bugprone-macro-parentheses): one term of the sum below
 #define ZOT_PARSER_TAG(id, name) +1
 constexpr unsigned int kTagCount = 1 ZOT_PARSER_TAGS(ZOT_PARSER_TAG);
 #undef ZOT_PARSER_TAG
