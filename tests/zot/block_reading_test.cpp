@@ -41,7 +41,8 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
         {"<nav>a</nav><aside>b</aside><footer>c</footer>", R"(clutter("a") clutter("b") clutter("c"))"},
         {"<div hidden>a</div><p HIDDEN=''>b</p><span hidden>c</span>d",
          R"(skipped("a") skipped("b" break) skipped("c") "d")"},
-        {"<div aria-hidden=TRUE>a</div><i aria-hidden=false>b</i>", R"(skipped("a") inline("b"))"},
+        {"<div aria-hidden=TRUE>a</div><i aria-hidden=false>b</i><a aria-hidden=true>c</a>",
+         R"(skipped("a") inline("b") anchor("c"))"},
         {"<i style='color:red;display : none'>a</i><i style=VISIBILITY:hidden>b</i><i "
          "style=display:block>c</i>",
          R"(skipped("a") skipped("b") inline("c"))"},
@@ -49,6 +50,8 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
          R"(clutter(item("a") break) clutter("b" break) paragraph("c" break))"},
         {"<p role=banner style='display:none'>a</p>b", R"(skipped("a" break) "b")"},
         {"<p data-hidden class=hidden title=hidden>a", R"(paragraph("a" break))"},
+        // A link is read whatever its role.
+        {"<a hidden href=x>a</a><a role=navigation href=x>b</a>c", R"(skipped("a") clutter("b") "c")"},
     };
     for (const Case& c : cases) EXPECT_EQ(Blocks(c.html), c.body) << c.html;
 }
@@ -80,6 +83,7 @@ TEST(BlockReading, ReadsTheOneMainElementAlone) {
     const Case cases[] = {
         {"<div>a</div><div><main>PROSE</main><p>b</div><ul><li>c</ul>",
          R"(clutter("a") table(row(cell(table(row(cell(PROSE))) clutter("b" break)))) clutter(item("c") break))"},
+        {"<a href=x>a</a><main>PROSE</main>", R"(clutter("a") table(row(cell(PROSE))))"},
         {"<p>a<div role=main>PROSE</div>", R"(clutter("a" break) table(row(cell(PROSE))))"},
         // One inside the other is still one; beside each other they are two.
         {"<p>a<main><div role=main>PROSE", R"(clutter("a" break) table(row(cell(table(row(cell(PROSE)))))))"},

@@ -45,10 +45,10 @@ void ApplyMarks(NodeStore& nodes, const PageOutline& page) noexcept {
     const bool hasProse = HasProse(page);
     for (const PageOutline::Mark& mark : page.marks) {
         switch (mark.standing) {
-            case PageOutline::Standing::kHidden: nodes.ChangeRole(mark.element, kKeywordSkipped); break;
-            case PageOutline::Standing::kClutter: nodes.ChangeRole(mark.element, kKeywordClutter); break;
+            case PageOutline::Standing::kHidden: nodes.LeaveOut(mark.element, kKeywordSkipped); break;
+            case PageOutline::Standing::kClutter: nodes.LeaveOut(mark.element, kKeywordClutter); break;
             case PageOutline::Standing::kForm:
-                if (hasProse) nodes.ChangeRole(mark.element, kKeywordClutter);
+                if (hasProse) nodes.LeaveOut(mark.element, kKeywordClutter);
                 break;
         }
     }
@@ -62,7 +62,7 @@ void ReadAlone(NodeStore& nodes, NodeIndex element) noexcept {
              other = nodes.NextSibling(other)) {
             const bool isRead =
                 nodes.TypeOf(other) == NodeType::kElement && nodes[other].Keyword() != kKeywordSkipped;
-            if (other != node && isRead) nodes.ChangeRole(other, kKeywordClutter);
+            if (other != node && isRead) nodes.LeaveOut(other, kKeywordClutter);
         }
     }
 }

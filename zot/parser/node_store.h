@@ -129,6 +129,12 @@ public:
         nodes_[element].word_ = (nodes_[element].word_ & ~0xFFu) | keyword;
     }
 
+    // Takes an element out of what is read, and so out of the links: what stands in a link is read.
+    void LeaveOut(NodeIndex element, KeywordId keyword) noexcept {
+        ChangeRole(element, keyword);
+        ClearLink(element);
+    }
+
     void ClearLink(NodeIndex element) noexcept { nodes_[element].word_ &= ~kLinkFlag; }
 
     NodeIndex Parent(NodeIndex node) const noexcept { return nodes_[node].parent_; }

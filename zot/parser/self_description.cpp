@@ -47,9 +47,11 @@ bool HidesByStyle(Span style) noexcept {
     return false;
 }
 
-bool Hides(const Attribute& attribute) noexcept {
+// A link that only listeners are spared leads where another one leads too, but what it says is seen.
+bool Hides(const Attribute& attribute, Tag tag) noexcept {
     if (IsIgnoringCase(attribute.name, "hidden")) return true;
-    if (IsIgnoringCase(attribute.name, "aria-hidden")) return IsIgnoringCase(attribute.value, "true");
+    if (IsIgnoringCase(attribute.name, "aria-hidden"))
+        return tag != Tag::kA && IsIgnoringCase(attribute.value, "true");
     return IsIgnoringCase(attribute.name, "style") && HidesByStyle(attribute.value);
 }
 
@@ -61,7 +63,7 @@ Description DescriptionOf(const NodeStore& nodes, NodeIndex element) noexcept {
     if (!nodes.HasAttributeBit(element, kDescribesItself)) return description;
     if (const unsigned int note = nodes.Note(element)) return static_cast<Description>(note - 1);
     nodes.VisitAttributes(nodes[element], [&](const Attribute& attribute) {
-        if (Hides(attribute)) {
+        if (Hides(attribute, nodes.TagOf(element))) {
             description = Description::kHidden;
         } else if (description == Description::kNone && IsIgnoringCase(attribute.name, "role")) {
             description = DescriptionOfRole(attribute.value, nodes.TagOf(element));
