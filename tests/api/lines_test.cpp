@@ -31,6 +31,11 @@ TEST(Lines, OfATextThatIsLaidOutWithBlocks) {
         {"a<table><tr><td>1<td hidden>x<td>2<tr><td>3<td>4</table>", u"a\n1 2\n3 4\n\n\n"},
         // Preformatted text keeps its lines in inline elements too, and runs into nothing.
         {"a<pre>x\n  <code>y\n<i>z</i></code></pre>b", u"a\nx\n  y\nz\nb\n\n"},
+        {"a<pre>x\n<i>y</i>\n<i> \n</i></pre><p>b", u"a\nx\ny\n\nb\n\n"},
+        {"a<pre> <i> </i></pre>b", u"a\nb\n\n"},
+        // A table that is not chosen parts them as well.
+        {"Some words of the text that is to win here<div><a href=x>left out</a></div>go on behind it.",
+         u"Some words of the text that is to win here\ngo on behind it.\n\n"},
         // Inline elements part no word; blocks do.
         {"wo<b>r</b>d<p>one<h2>two</h2>three", u"word\n\none\n\ntwo\nthree\n\n"},
     };

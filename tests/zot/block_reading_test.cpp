@@ -133,7 +133,7 @@ TEST(BlockReading, TakesCardsForContentWhereThereIsNoProse) {
     };
     const Case cases[] = {
         {"<a href=x>name</a><h2><a href=x>b</a></h2><a href=x><h3>c</h3></a><a href=x>d<div>e</div></a>f",
-         R"(anchor*("name") heading(anchor("b") break) anchor(heading("c" break)) anchor("d" table(row(cell("e")))) "f")"},
+         R"(anchor*("name") heading(anchor("b") break) anchor(heading("c" break)) anchor("d" break table(row(cell("e")))) "f")"},
         {"<a href=x>a teaser<br>is a card by its length alone, be there ever so few things inside it that "
          "say so, "
          "and no matter what follows</a>but all is not a link",
@@ -147,6 +147,31 @@ TEST(BlockReading, TakesCardsForContentWhereThereIsNoProse) {
          R"(paragraph(PROSE break) heading(anchor*("b") break) anchor*(heading("c" break)))"},
     };
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
+// The texts on both sides would run together where the table is not chosen.
+TEST(BlockReading, EndsTheLineThatATableOrClutterCuts) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"a<div>b</div>c", R"("a" break table(row(cell("b"))) "c")"},
+        {"a<nav>b</nav>c", R"("a" break clutter("b") "c")"},
+        {"a<table><caption>b<tr><td>1<td>2<tr><td>3<td>4</table>",
+         R"("a" block(inline("b") inline(break legend(inline("1") " " inline("2")) legend(inline("3") " " inline("4")))))"},
+        // Back to the text over what shows nothing, into and out of elements within the line.
+        {"<b><i>a</i></b> <script></script><i></i><b><i><div>b</div></i></b>",
+         R"(inline(inline("a")) " " skipped inline inline(inline(break table(row(cell("b"))))))"},
+        // The line is at its end, or at its start.
+        {"<p>a</p><div>b</div>", R"(paragraph("a" break) table(row(cell("b"))))"},
+        {"a<br><div>b</div>", R"("a" break table(row(cell("b"))))"},
+        {"a<hr><b><div>b</div></b>", R"("a" rule inline(table(row(cell("b")))))"},
+        {"<div>a</div> <div><div>b</div></div>",
+         R"(table(row(cell("a"))) " " table(row(cell(table(row(cell("b")))))))"},
+        {"<ul><li><div>a</div></ul>", R"(list(item(table(row(cell("a")))) break))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(Blocks(c.html), c.body) << c.html;
 }
 
 TEST(BlockReading, KeepsClutterInTheDocumentText) {

@@ -1,6 +1,7 @@
 #include "roles.h"
 
 #include "block_reading.h"
+#include "line_ends.h"
 #include "reading_choice.h"
 #include "text_structure.h"
 
@@ -53,6 +54,7 @@ void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
     if (chooses && IsLaidOutWithTables(page)) return;
     ReadBlocks(nodes, page);
     if (!nodes.Failed() && (found.tables || found.preformatted)) KeepLines(nodes);
+    if (!nodes.Failed()) EndLines(nodes);
 }
 
 }  // namespace ZOTParser

@@ -134,9 +134,26 @@ void MakePreformatted(NodeStore& nodes, NodeIndex element) noexcept {
     if (nodes[element].Keyword() == kKeywordInline) nodes.ChangeRole(element, kKeywordPreformatted);
 }
 
+// Removes the texts of white space alone that the element ends with: a paragraph behind it would take the
+// line break of such a text away. Returns whether nothing is left. Calls itself once per level of nesting.
+bool DropLastSpace(NodeStore& nodes, NodeIndex element) noexcept {
+    NodeIndex before = kNoNode;
+    for (NodeIndex node = nodes.LastChild(element); node != kNoNode; node = before) {
+        before = nodes.PreviousSibling(node);
+        const unsigned int keyword = nodes[node].Keyword();
+        const bool isWithinLine = keyword == kKeywordPreformatted || keyword == kKeywordAnchor;
+        if (nodes[node].IsSpace()) {
+            nodes.Remove(node);
+        } else if (!isWithinLine || !DropLastSpace(nodes, node)) {
+            return false;
+        }
+    }
+    return true;
+}
+
 void BreakAround(NodeStore& nodes, NodeIndex element) noexcept {
     if (nodes.FirstChild(element) == kNoNode) return;
-    nodes.InsertBefore(nodes.FirstChild(element), nodes.NewBreak());
+    if (!DropLastSpace(nodes, element)) nodes.InsertBefore(nodes.FirstChild(element), nodes.NewBreak());
     nodes.Append(element, nodes.NewBreak());
 }
 
