@@ -261,6 +261,9 @@ TEST(DocumentText, PutsBlocksOnLinesOfTheirOwn) {
         {"<p>\xE4\xBD\xA0 \xF0\x9F\x98\x80 \xD0\xB0"sv, u"\u4F60 \U0001F600 \u0430"sv},
     };
     for (const Case& c : cases) EXPECT_EQ(ParsedPage(c.html).DocumentText(), c.text) << c.html;
+    const ParsedPage code("<pre>a<b>b</b><a><i>c</i></a><div>d<i>e</i></div></pre>f",
+                          HtmlKeywordTable::kBlockReading);
+    EXPECT_EQ(code.DocumentText(), u"abc\nde\nf") << "inline elements have the role of the block there";
 
     std::u16string text = u"old";
     ParsedPage("<p>a").Tree().GetText(text, static_cast<HtmlKeywordTable::NodeAtt>(255));

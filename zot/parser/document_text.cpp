@@ -5,8 +5,10 @@
 namespace ZOTParser {
 namespace {
 
-bool IsBlock(unsigned int keyword) noexcept {
-    return keyword != kKeywordInline && keyword != kKeywordAnchor;
+// `preformatted`: the element stands in preformatted text, where elements within the line have that role too.
+bool IsBlock(unsigned int keyword, bool preformatted) noexcept {
+    const bool isWithinLine = preformatted && keyword == kKeywordPreformatted;
+    return keyword != kKeywordInline && keyword != kKeywordAnchor && !isWithinLine;
 }
 
 // Neither white space nor invisible, at the price of one comparison.
@@ -19,14 +21,14 @@ public:
     explicit DocumentTextWriter(std::u16string& text) : text_(text) { text_.clear(); }
 
     // Calls itself once per level of nesting, which the parser bounds.
-    void WriteNodes(HtmlDocTree::ChildRange nodes) {
+    void WriteNodes(HtmlDocTree::ChildRange nodes, bool preformatted) {
         for (HtmlDocTree::ChildIterator node = nodes.begin(); node != nodes.end(); ++node) {
             const unsigned int keyword = node->Keyword();
             if (keyword == kKeywordText) {
                 node->GetText(raw_);
                 WriteText();
             } else if (keyword != kKeywordSkipped) {
-                WriteElement(*node.operator->(), IsBlock(keyword));
+                WriteElement(*node.operator->(), preformatted);
             }
         }
     }
@@ -34,9 +36,10 @@ public:
 private:
     enum class Gap { kNone, kBlank, kLine };  // what stands between the text so far and the next character
 
-    void WriteElement(const HtmlDocTree::HtmlTreeNode& element, bool block) {
+    void WriteElement(const HtmlDocTree::HtmlTreeNode& element, bool preformatted) {
+        const bool block = IsBlock(element.Keyword(), preformatted);
         if (block) gap_ = Gap::kLine;
-        WriteNodes(element.Children());
+        WriteNodes(element.Children(), preformatted || element.Keyword() == kKeywordPreformatted);
         if (block) gap_ = Gap::kLine;
     }
 
@@ -83,7 +86,7 @@ private:
 }  // namespace
 
 void DocumentText(const HtmlDocTree& tree, std::u16string& text) {
-    DocumentTextWriter(text).WriteNodes(tree.Entries());
+    DocumentTextWriter(text).WriteNodes(tree.Entries(), false);
 }
 
 }  // namespace ZOTParser
