@@ -161,6 +161,7 @@ PAGES = {
     "scripts": repeat(b"<script></script>"),
     "titles": repeat(b"<title>x</title>"),
     "open title": framed(b"<title>", b"</titl>"),
+    "titles that never end": repeat(b"<title>x</body>"),
     "open textarea": framed(b"<textarea>", b"</texta>&amp;"),
     "CDATA": framed(b"<svg>", b"<![CDATA[x]]>"),
     "open CDATA": framed(b"<svg><![CDATA[", b"]]x"),

@@ -158,6 +158,24 @@ TEST(Parser, APageOfWhatTheParserImpliesHasNoDocument) {
     }
 }
 
+// A browser shows nothing of them.
+TEST(Parser, ReadsPagesWhoseTitleNeverEnds) {
+    struct Case {
+        std::string_view html;
+        std::u16string_view text;
+    };
+    const Case cases[] = {
+        {"<title>a - b < <script>b</script></head><body>c</body>"sv, u"c"},
+        {"<TITLE>a</titlepage></head><BODY>b<p>c</BODY></html>"sv, u"b\nc"},
+        {"<title><p>a<title>b<p>c</body>"sv, u"a\nc"},
+        // Without a body that ends, and where the title ends after all, it is as the standard says.
+        {"<title>a<body>b</bodyguard>"sv, u""},
+        {"<title>a</body></title>b"sv, u"b"},
+        {"<textarea>a</body>"sv, u""},
+    };
+    for (const Case& c : cases) EXPECT_EQ(ParsedPage(c.html).DocumentText(), c.text) << c.html;
+}
+
 TEST(Parser, GivesTheCharactersOfATextWhenAsked) {
     struct Case {
         std::string_view html;

@@ -6,6 +6,8 @@
 namespace ZOTParser {
 namespace {
 
+constexpr std::string_view kTitle = "title";
+
 constexpr char LowerCase(char c) noexcept {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
@@ -148,10 +150,29 @@ bool Tokenizer::StepInState(Token& token) noexcept {
 
 // RCDATA, RAWTEXT and script data: text up to the end tag, then the end tag and the data state.
 bool Tokenizer::RawText(Token& token, TextKind kind) noexcept {
-    const char* const last = state_ == TokenizerState::kScriptData ? FindScriptEnd() : FindEndTag(at_);
+    if (titlesHaveNoEnd_ && lastStartTag_ == kTitle) return EndlessTitle(token);
+    const char* const last =
+        state_ == TokenizerState::kScriptData ? FindScriptEnd() : FindEndTag(at_, lastStartTag_);
+    if (last == end_ && lastStartTag_ == kTitle && FindEndTag(at_, "body") != end_) {
+        titlesHaveNoEnd_ = true;
+        return EndlessTitle(token);
+    }
     if (last != at_) return Text(token, last, kind);
     state_ = TokenizerState::kData;
     return TagToken(token, TokenKind::kEndTag, at_ + 2);
+}
+
+// Text up to whatever looks like markup, then an end tag that the page does not spell out.
+bool Tokenizer::EndlessTitle(Token& token) noexcept {
+    const char* const last = FindMarkup(at_);
+    if (last != at_) return Text(token, last, TextKind::kReplaceNul);
+    state_ = TokenizerState::kData;
+    token.kind = TokenKind::kEndTag;
+    token.tag = Tag::kTitle;
+    token.selfClosing = false;
+    token.attributes = 0;
+    token.span = token.content = Span{at_, at_};
+    return true;
 }
 
 bool Tokenizer::CdataSection(Token& token) noexcept {
@@ -167,13 +188,12 @@ bool Tokenizer::CdataSection(Token& token) noexcept {
     return true;
 }
 
-bool Tokenizer::IsEndTag(const char* at) const noexcept {
-    return !lastStartTag_.empty() && at + 1 < end_ && at[1] == '/' &&
-           StartsWithTagName(at + 2, end_, lastStartTag_);
+bool Tokenizer::IsEndTag(const char* at, std::string_view name) const noexcept {
+    return !name.empty() && at + 1 < end_ && at[1] == '/' && StartsWithTagName(at + 2, end_, name);
 }
 
-const char* Tokenizer::FindEndTag(const char* at) const noexcept {
-    for (at = FindByte(at, end_, '<'); at < end_ && !IsEndTag(at);) at = FindByte(at + 1, end_, '<');
+const char* Tokenizer::FindEndTag(const char* at, std::string_view name) const noexcept {
+    for (at = FindByte(at, end_, '<'); at < end_ && !IsEndTag(at, name);) at = FindByte(at + 1, end_, '<');
     return at;
 }
 
@@ -197,7 +217,7 @@ const char* Tokenizer::FindScriptEnd() const noexcept {
         at = lessThan + 1;
         if (escape == kDoubleEscaped) {
             if (at < end_ && *at == '/' && StartsWithTagName(at + 1, end_, "script")) escape = kEscaped;
-        } else if (IsEndTag(lessThan)) {
+        } else if (IsEndTag(lessThan, lastStartTag_)) {
             return lessThan;
         } else if (escape == kEscaped) {
             if (StartsWithTagName(at, end_, "script")) escape = kDoubleEscaped;

@@ -32,6 +32,9 @@ struct Token {
 // Where the standard has a state for each character, this looks for the next byte that matters and takes all
 // before it as one span. kSourcePadding readable bytes follow the text. A run of characters may come in
 // several text tokens.
+//
+// One thing differs: a title that never ends, on a page whose body does, would be all of the page. It ends at
+// the first markup inside it.
 class Tokenizer {
 public:
     Tokenizer() noexcept = default;
@@ -69,10 +72,13 @@ private:
     }
 
     bool DataText(Token& token, const char* scanFrom) noexcept {
-        const char* at = FindByte(scanFrom, end_, '<');
+        return Text(token, FindMarkup(scanFrom), TextKind::kData);
+    }
+
+    const char* FindMarkup(const char* at) const noexcept {
+        at = FindByte(at, end_, '<');
         while (at + 1 < end_ && !OpensMarkup(at[1])) at = FindByte(at + 1, end_, '<');
-        if (at + 1 >= end_) at = end_;  // a '<' as the last character is text
-        return Text(token, at, TextKind::kData);
+        return at + 1 < end_ ? at : end_;  // a '<' as the last character is text
     }
 
     bool Text(Token& token, const char* last, TextKind kind) noexcept {
@@ -119,16 +125,18 @@ private:
 
     bool StepInState(Token& token) noexcept;
     bool RawText(Token& token, TextKind kind) noexcept;
+    bool EndlessTitle(Token& token) noexcept;
     bool CdataSection(Token& token) noexcept;
     const char* FindScriptEnd() const noexcept;
-    const char* FindEndTag(const char* at) const noexcept;
-    bool IsEndTag(const char* at) const noexcept;
+    const char* FindEndTag(const char* at, std::string_view name) const noexcept;
+    bool IsEndTag(const char* at, std::string_view name) const noexcept;
 
     const char* at_ = nullptr;
     const char* end_ = nullptr;
     std::string_view lastStartTag_;
     TokenizerState state_ = TokenizerState::kData;
     bool allowCdata_ = false;
+    bool titlesHaveNoEnd_ = false;
 };
 
 // Whether `at` begins with `word` (lower case) in any letter case, followed by white space, '/' or '>'.
