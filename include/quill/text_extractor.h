@@ -9,6 +9,7 @@
 
 namespace QuillNS {
 
+class KStatistics;
 class WinnerSelection;
 
 // Writes the main content of a content tree as UTF-16 text, low byte first.
@@ -58,8 +59,14 @@ protected:
 private:
     enum Mode : unsigned int { kIdle = 0, kCounting = 1, kWriting = 2 };
 
+    friend void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, DocumentType* type);
+
+    // Ranks with totals that were gathered already: those of the whole tree.
+    QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,
+                       const std::vector<double>* tuning);
+
     void AdmitEverything();
-    void AdmitMainContent(const std::vector<double>* tuning);
+    void AdmitMainContent(const KStatistics& totals, const std::vector<double>* tuning);
     void AdmitWinners(const WinnerSelection& selection, const ZOT::SmartPtr<KRankParameters>& parameters);
     void EnsureLineBreak();
 

@@ -36,7 +36,8 @@ void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, D
     root->Statistics(totals, kAllLevels);
     const bool linkPage = IsLinkPage(totals);
     *type = linkPage ? LinkPage : ContentPage;
-    QuillTextExtractor(root, linkPage, nullptr).GetText(out);
+    if (linkPage) return QuillTextExtractor(root, true, nullptr).GetText(out);
+    QuillTextExtractor(root, totals, nullptr).GetText(out);
 }
 
 QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, bool linkPage,
@@ -44,9 +45,17 @@ QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, bool l
     : root_(root) {
     if (linkPage) {
         AdmitEverything();
-    } else {
-        AdmitMainContent(tuning);
+        return;
     }
+    KStatistics totals;
+    root->Statistics(totals, kAllLevels);
+    AdmitMainContent(totals, tuning);
+}
+
+QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,
+                                       const std::vector<double>* tuning)
+    : root_(root) {
+    AdmitMainContent(totals, tuning);
 }
 
 QuillTextExtractor::~QuillTextExtractor() = default;
@@ -56,7 +65,7 @@ void QuillTextExtractor::AdmitEverything() {
 }
 
 // Both parameter sets have the same weights, so the tables are ranked once for both.
-void QuillTextExtractor::AdmitMainContent(const std::vector<double>* tuning) {
+void QuillTextExtractor::AdmitMainContent(const KStatistics& totals, const std::vector<double>* tuning) {
     const ZOT::SmartPtr<KRankParameters> first(new KRankParameters, true);
     const ZOT::SmartPtr<KRankParameters> second(new KRankParameters, true);
     if (!first || !second) return;
@@ -70,8 +79,6 @@ void QuillTextExtractor::AdmitMainContent(const std::vector<double>* tuning) {
         fallbackRatio = value[8];
     }
 
-    KStatistics totals;
-    root_->Statistics(totals, kAllLevels);
     const WinnerSelection selection(*root_, totals, *first);
     AdmitWinners(selection, first);
     const double leastWords = static_cast<double>(totals.Words()) * fallbackRatio;

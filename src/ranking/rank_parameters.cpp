@@ -1,4 +1,6 @@
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <quill/rank_parameters.h>
 
 namespace QuillNS {
@@ -22,9 +24,12 @@ unsigned int KRankParameters::MaxDepth() const noexcept {
     return static_cast<unsigned int>(linkDensity_.Size());
 }
 
+// Powers of two, as exact as pow and without its cost: down to the least normal number one is its exponent.
 double KRankParameters::DepthFactor(unsigned int depth) const {
-    return 1.0 /
-           std::ldexp(1.0, static_cast<int>(depth));  // a power of two, as exact as pow and without its cost
+    constexpr unsigned int kBias = 1023;
+    constexpr unsigned int kMantissaBits = 52;
+    if (depth < kBias) return std::bit_cast<double>(std::uint64_t{kBias - depth} << kMantissaBits);
+    return 1.0 / std::ldexp(1.0, static_cast<int>(depth));
 }
 
 }  // namespace QuillNS

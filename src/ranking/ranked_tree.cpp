@@ -53,28 +53,31 @@ double RankedTree::LevelSum(std::size_t first, std::size_t last, unsigned int de
     const double linkDensity = parameters_.LinkDensity(weight);
     const double wordsPerCell = parameters_.WordsPerCell(weight);
     const double wordCount = parameters_.WordCount(weight);
+    const double mostWordsPerCell = totals_.MaxWordsPerCell();
     const unsigned int totalText = totals_.Words() - totals_.WordsInLinksAndImages();
 
-    // Lives through the whole level on purpose: a later table is judged together with those before it.
-    KStatistics level;
-    double sum = 0.0;
-    for (std::size_t index = first; index != last; ++index) {
-        const Entry& table = tables_[index];
-        level.AddWords(table.words);
-        level.AddWordsInLinksAndImages(table.wordsInLinksAndImages);
-        level.AddCells(table.cells);
-        if (table.wordsPerCell > level.MaxWordsPerCell()) level.MaxWordsPerCell(table.wordsPerCell);
+    // They live through the whole level on purpose: a later table is judged together with those before it.
+    unsigned int words = 0;
+    unsigned int linked = 0;
+    unsigned int cells = 0;
+    bool anyWordsPerCell = false;
 
-        if (level.Words() > 0) {
-            const double linked =
-                static_cast<double>(level.WordsInLinksAndImages()) / static_cast<double>(level.Words());
-            sum += (1.0 - linked) * linkDensity * factor;
+    double sum = 0.0;
+    for (const Entry *table = &tables_[first], *const end = table + (last - first); table != end; ++table) {
+        words += table->words;
+        linked += table->wordsInLinksAndImages;
+        cells += table->cells;
+        anyWordsPerCell |= table->wordsPerCell > 0.0;
+
+        if (words > 0) {
+            const double share = static_cast<double>(linked) / static_cast<double>(words);
+            sum += (1.0 - share) * linkDensity * factor;
         }
-        if (level.Cells() > 0 && level.MaxWordsPerCell() > 0.0) {
-            sum += table.wordsPerCell * wordsPerCell * factor / totals_.MaxWordsPerCell();
+        if (cells > 0 && anyWordsPerCell) {
+            sum += table->wordsPerCell * wordsPerCell * factor / mostWordsPerCell;
         }
         if (totalText != 0) {
-            const unsigned int text = level.Words() - level.WordsInLinksAndImages();
+            const unsigned int text = words - linked;
             sum += static_cast<double>(text) / static_cast<double>(totalText) * wordCount * factor;
         }
     }
