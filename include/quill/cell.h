@@ -17,9 +17,9 @@ class KStatistics;
 // while you use it. One thread builds a cell, after that any number may read it. Counters wrap modulo 2^32.
 class QUILL_API KCell : public ZOT::PoolObject {
 public:
-    // A cell without items, with room for 16, and all counters 0. KTable::CreateCell makes the cells of a
-    // table.
-    KCell(KTable* table, unsigned int col, unsigned int row);
+    // A cell without items, with all counters 0; the first 16 items do not move. KTable::CreateCell makes the
+    // cells of a table.
+    KCell(KTable* table, unsigned int col, unsigned int row) noexcept;
     KCell(const KCell&) = delete;  // a cell stands in one table
     KCell& operator=(const KCell&) = delete;
     ~KCell();
@@ -90,9 +90,9 @@ public:
 
 private:
     mutable ZOT::SPRefCounter holders_;
+    unsigned int col_;
     KTable* table_;
     ZOT::RefCountVector<KCellItem, ZOT::SmartPtr<KCellItem>> items_;
-    unsigned int col_;
     unsigned int row_;
     unsigned int words_ = 0;
     unsigned int links_ = 0;

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <atomic>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <zot/counted.h>
 #include <zot/smart_ptr.h>
 
@@ -10,21 +13,39 @@ class KCell;
 class KTable;
 
 // The text record of a cell item: joined runs of UTF-16 text and the span of the source that they come from.
+//
+// The text stands behind the record, in the same piece of memory, until it outgrows the room there or
+// somebody asks for it as a string; from then on the string is the text. Most texts are never asked for.
 class QUILL_API KCellText : public ZOT::PoolObject {
 public:
+    // A record whose first run has `size` units. Null when memory runs out.
+    static KCellText* New(std::size_t size);
+
     KCellText() = default;
     KCellText(const KCellText&) = delete;  // a run of text belongs to one item
     KCellText& operator=(const KCellText&) = delete;
-    ~KCellText() = default;
+    ~KCellText() { delete string_.load(std::memory_order_relaxed); }
 
-    const std::u16string& Text() const noexcept { return text_; }
-    std::u16string& Text() noexcept { return text_; }
+    // The text as a string, made by the first call; any number of threads may make it at once. What the
+    // string throws when memory runs out passes through.
+    const std::u16string& Text() const { return String(); }
+    std::u16string& Text() { return String(); }
+
+    // The text, for as long as nothing changes it and Text is not called for the first time.
+    std::u16string_view View() const noexcept {
+        const std::u16string* const string = string_.load(std::memory_order_acquire);
+        return string != nullptr ? std::u16string_view(*string) : std::u16string_view(Units(), size_);
+    }
+
     unsigned int SourcePosition() const noexcept { return sourcePosition_; }
     unsigned int SourceLength() const noexcept { return sourceLength_; }
 
     // Appends `text` unchanged. The span, which starts where the first run with a length started, then ends
-    // where this run ends; an empty run and a run of length 0 leave it alone.
-    void Append(const std::u16string& text, unsigned int position, unsigned int length);
+    // where this run ends; an empty run and a run of length 0 leave it alone. `text` is not this text.
+    void Append(std::u16string_view text, unsigned int position, unsigned int length);
+
+    // Takes the white space off the end.
+    void TrimEnd();
 
     long NbRef() const noexcept { return holders_.Get(); }
     long AddRef() const noexcept { return holders_.Add(); }
@@ -35,10 +56,15 @@ public:
     }
 
 private:
+    std::u16string& String() const;
+    const char16_t* Units() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
+
     mutable ZOT::SPRefCounter holders_;
-    std::u16string text_;
+    unsigned int size_ = 0;  // units behind the record
+    unsigned int room_ = 0;
     unsigned int sourcePosition_ = 0;
     unsigned int sourceLength_ = 0;
+    mutable std::atomic<std::u16string*> string_{nullptr};
 };
 
 // One entry of a cell: a run of text with its place in the source, or a nested table, or (freshly made)
@@ -65,9 +91,11 @@ public:
     bool IsText() const noexcept { return static_cast<bool>(text_); }
     bool IsTable() const noexcept { return static_cast<bool>(table_); }
 
-    // Text items only: ask IsText first.
-    const std::u16string& Text() const noexcept { return text_->Text(); }
-    std::u16string& Text() noexcept { return text_->Text(); }
+    // Text items only: ask IsText first. TextView costs nothing, where Text makes a string that the item
+    // keeps; see KCellText.
+    const std::u16string& Text() const { return std::as_const(*text_).Text(); }
+    std::u16string& Text() { return text_->Text(); }
+    std::u16string_view TextView() const noexcept { return text_->View(); }
 
     // Where the text comes from, in the units that AppendText was given (bytes of the page's UTF-8 text for a
     // parsed page). Both are 0 until a run with a length was appended. Text items only.
@@ -78,7 +106,10 @@ public:
     // `position` and `length` are its place in the source, wrapping modulo 2^32. An empty `text`, or a
     // `length` of 0, leaves the span alone. Afterwards the item is a text item, also when `text` is empty;
     // one that is not ran out of memory.
-    void AppendText(const std::u16string& text, unsigned int position, unsigned int length);
+    void AppendText(std::u16string_view text, unsigned int position, unsigned int length);
+
+    // Takes the white space off the end of the text. Text items only.
+    void TrimText() { text_->TrimEnd(); }
 
     // Ends the text with a paragraph break: trailing white space goes, and two line feeds follow when text is
     // left. Calling it again changes nothing; the source span stays. Text items only.

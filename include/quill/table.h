@@ -56,8 +56,8 @@ public:
     const ZOT::SmartPtr<KCell>& Summary() const noexcept { return summary_; }
 
     // All slots of the grid row by row, null ones included.
-    const ZOT::SmartPtr<KCell>* Begin() const noexcept { return grid_.Begin(); }
-    const ZOT::SmartPtr<KCell>* End() const noexcept { return grid_.End(); }
+    const ZOT::SmartPtr<KCell>* Begin() const noexcept { return grid_; }
+    const ZOT::SmartPtr<KCell>* End() const noexcept { return grid_ + slots_; }
     const ZOT::SmartPtr<KCell>* begin() const noexcept { return Begin(); }
     const ZOT::SmartPtr<KCell>* end() const noexcept { return End(); }
 
@@ -99,13 +99,15 @@ private:
     ZOT::SmartPtr<KCell>* Slot(unsigned int col, unsigned int row) noexcept;
 
     mutable ZOT::SPRefCounter holders_;
+    unsigned int level_;
     KTable* parent_;
     unsigned int cols_;
     unsigned int rows_;
-    ZOT::RefCountVector<KCell, ZOT::SmartPtr<KCell>> grid_;
+    std::size_t slots_;
+    ZOT::SmartPtr<KCell>* grid_;
+    ZOT::SmartPtr<KCell> only_;  // the grid of a table of one slot
     ZOT::SmartPtr<KCell> caption_;
     ZOT::SmartPtr<KCell> summary_;
-    unsigned int level_;
 };
 
 }  // namespace QuillNS

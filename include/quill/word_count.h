@@ -1,6 +1,6 @@
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include <zot/export.h>
 
@@ -15,6 +15,6 @@ namespace QuillNS {
 // word character ends in a word.
 //
 // Any thread may call it. It allocates nothing.
-QUILL_API unsigned int CountWords(const std::u16string& text);
+QUILL_API unsigned int CountWords(std::u16string_view text) noexcept;
 
 }  // namespace QuillNS

@@ -1,5 +1,6 @@
 #include "node_walker.h"
 
+#include <algorithm>
 #include <array>
 
 namespace QuillNS {
@@ -14,6 +15,8 @@ struct Handling {
 };
 
 constexpr unsigned int kKeywords = 256;
+
+constexpr std::size_t kLeastTextRoom = 2048;  // units
 
 constexpr std::array<Handling, kKeywords> MakeHandlings() {
     std::array<Handling, kKeywords> handlings{};
@@ -64,13 +67,26 @@ void NodeWalker::ParseChildren(const Node& node, ZOT::SmartPtr<KCell>& cell, boo
 
 void NodeWalker::ParseText(const Node& node, ZOT::SmartPtr<KCell>& cell, bool inAnchor, bool preformatted) {
     if (!preformatted && node.IsSpace()) return SeparateWords(cell);
-    node.GetText(raw_);
-    if (raw_.empty()) return;
+    const std::span<char16_t> raw = Decode(node);
+    if (raw.empty()) return;
     if (preformatted) {
-        text_.AddPreformattedText(raw_, node.SourcePosition(), node.SourceLength(), cell, inAnchor);
+        text_.AddPreformattedText(raw, node.SourcePosition(), node.SourceLength(), cell, inAnchor);
     } else {
-        text_.AddText(raw_, node.SourcePosition(), node.SourceLength(), cell, inAnchor);
+        text_.AddText(raw, node.SourcePosition(), node.SourceLength(), cell, inAnchor);
     }
+}
+
+// Empty when memory runs out, too.
+std::span<char16_t> NodeWalker::Decode(const Node& text) {
+    const std::size_t room = text.DecodeRoom();
+    if (room > raw_.Capacity()) {
+        raw_.Free();
+        if (!raw_.Reserve(std::max(kLeastTextRoom, room))) {
+            outOfMemory_ = true;
+            return {};
+        }
+    }
+    return {raw_.Begin(), text.Decode(raw_.Begin())};
 }
 
 // An anchor inside an anchor is the same link. A link of another kind ends the anchor that it stands in.
@@ -155,7 +171,7 @@ ZOT::SmartPtr<KCell> NodeWalker::ParseCell(const Node& node, KTable& table, unsi
         return cell;
     }
     ParseChildren(node, cell, false, false);
-    if (EndsInText(*cell)) (*cell->Back())->Text().push_back(u'\n');
+    if (EndsInText(*cell)) (*cell->Back())->AppendText(u"\n", 0, 0);
     return cell;
 }
 

@@ -1,9 +1,10 @@
 #pragma once
 
-#include <string>
+#include <span>
 
 #include <quill/cell.h>
 #include <quill/table.h>
+#include <zot/fast_vector.h>
 #include <zot/parser.h>
 #include <zot/smart_ptr.h>
 
@@ -38,12 +39,13 @@ private:
     void ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell);
     void ParseOneCell(const Node& node, KCell& cell);
     void FillGrid(const LayoutGrid& grid, KTable& table);
+    std::span<char16_t> Decode(const Node& text);
     ZOT::SmartPtr<KTable> AddTable(KCell& cell, unsigned int cols, unsigned int rows);
     ZOT::SmartPtr<KCell> ParseCell(const Node& node, KTable& table, unsigned int col, unsigned int row);
 
     CellText text_;
     GridBudget gridBudget_;
-    std::u16string raw_;  // of the text node at hand
+    ZOT::FastVector<char16_t> raw_;  // room for the text node at hand
     bool outOfMemory_ = false;
 };
 

@@ -3,7 +3,7 @@
 
 namespace QuillNS {
 
-unsigned int CountWords(const std::u16string& text) {
+unsigned int CountWords(std::u16string_view text) noexcept {
     if (text.empty()) return 0;
     const unsigned int separatorRuns = CountSeparatorRuns(text.data(), text.size());
     return separatorRuns + (IsWordSeparator(text.back()) ? 0 : 1);

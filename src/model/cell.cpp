@@ -13,13 +13,17 @@ constexpr std::size_t kDumpRoom = 1024;  // units
 
 }  // namespace
 
-KCell::KCell(KTable* table, unsigned int col, unsigned int row) : table_(table), col_(col), row_(row) {
-    items_.Reserve(kFirstItems);  // without that memory the first item asks again
+KCell::KCell(KTable* table, unsigned int col, unsigned int row) noexcept
+    : col_(col), table_(table), row_(row) {}
+
+// In the order in which they were made, and so stand in memory.
+KCell::~KCell() {
+    items_.Clear();
 }
 
-KCell::~KCell() = default;
-
+// The room for the first items comes with the first one: many cells hold none.
 ZOT::SmartPtr<KCellItem> KCell::AddCellItem() {
+    if (items_.Capacity() == 0 && !items_.Reserve(kFirstItems)) return {};
     ZOT::SmartPtr<KCellItem> item(new KCellItem(this), true);
     if (item && !items_.Append(item)) item = nullptr;
     return item;
@@ -36,11 +40,11 @@ void KCell::ChildTables(ZOT::RefCountVector<KTable, ZOT::SmartPtr<KTable>>& out)
 std::u16string KCell::Dump() {
     std::u16string dump;
     dump.reserve(kDumpRoom);
-    std::u16string clean;
     for (const ZOT::SmartPtr<KCellItem>& item : *this) {
-        if (!item->IsText() || item->Text().empty()) continue;
-        ZOT::BeautifyString(item->Text(), clean, false, true);
-        dump += clean;
+        if (!item->IsText()) continue;
+        const std::size_t before = dump.size();
+        dump += item->TextView();
+        dump.resize(before + ZOT::BeautifyInPlace(&dump[before], dump.size() - before, false, true));
     }
     dump += u'\n';
     return dump;

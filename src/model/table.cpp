@@ -5,14 +5,23 @@
 namespace QuillNS {
 
 KTable::KTable(KTable* parent, unsigned int cols, unsigned int rows, unsigned int level)
-    : parent_(parent), cols_(cols), rows_(rows), grid_(std::size_t{cols} * rows), level_(level) {}
+    : level_(level),
+      parent_(parent),
+      cols_(cols),
+      rows_(rows),
+      slots_(std::size_t{cols} * rows),
+      grid_(slots_ == 1 ? &only_ : new ZOT::SmartPtr<KCell>[slots_]) {
+    if (grid_ == nullptr) slots_ = 0;
+}
 
-KTable::~KTable() = default;
+KTable::~KTable() {
+    if (grid_ != &only_) delete[] grid_;
+}
 
 // Null for a table whose grid found no memory.
 ZOT::SmartPtr<KCell>* KTable::Slot(unsigned int col, unsigned int row) noexcept {
     const std::size_t index = std::size_t{row} * cols_ + col;
-    return index < grid_.Size() ? &grid_[index] : nullptr;
+    return index < slots_ ? grid_ + index : nullptr;
 }
 
 const ZOT::SmartPtr<KCell>& KTable::GetCell(unsigned int col, unsigned int row) {

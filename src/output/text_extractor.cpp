@@ -133,7 +133,7 @@ void QuillTextExtractor::VisitCellInfix(const ZOT::SmartPtr<KCell>& cell) {
 }
 
 void QuillTextExtractor::VisitCellText(const ZOT::SmartPtr<KCellItem>& item) {
-    if (mode_ == kWriting) ZOT::Copy(*out_, item->Text(), ZOT::kWholeStream);
+    if (mode_ == kWriting) ZOT::Copy(*out_, item->TextView(), ZOT::kWholeStream);
 }
 
 void QuillTextExtractor::VisitCellPostfix(const ZOT::SmartPtr<KCell>&) {}

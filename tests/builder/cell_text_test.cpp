@@ -11,8 +11,8 @@ namespace {
 
 class CellTextTest : public ::testing::Test {
 protected:
-    void Add(const std::u16string& raw, bool inAnchor = false) { text_.AddText(raw, 10, 4, cell_, inAnchor); }
-    void AddPreformatted(const std::u16string& raw) { text_.AddPreformattedText(raw, 10, 4, cell_, false); }
+    void Add(std::u16string raw, bool inAnchor = false) { text_.AddText(raw, 10, 4, cell_, inAnchor); }
+    void AddPreformatted(std::u16string raw) { text_.AddPreformattedText(raw, 10, 4, cell_, false); }
     void AddTable() {
         cell_->AddCellItem()->Table(ZOT::SmartPtr<KTable>(new KTable(nullptr, 1, 1, 1), true));
     }

@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
+#include <iterator>
 #include <string>
+#include <thread>
 #include <vector>
 #include <quill/cell.h>
 #include <quill/table.h>
@@ -60,6 +62,41 @@ TEST(CellItem, FirstRunLeavesRoomForWhatJoinsTheNext) {
         item.AppendText(std::u16string(size, u'x'), 0, 0);
         EXPECT_GE(item.Text().capacity(), std::max<std::size_t>(32, size + 5));
     }
+}
+
+// The text is the same whether it was made a string early, late or never, and whatever its length.
+TEST(CellItem, IsOneTextAsViewAndAsString) {
+    for (const std::size_t askedAfter : {0u, 1u, 2u, 3u}) {
+        KCellItem item(nullptr);
+        std::u16string expected;
+        const std::u16string runs[] = {u"one ", u"\n", std::u16string(1000, u'x') + u" \t"};
+        for (std::size_t run = 0; run < std::size(runs); ++run) {
+            item.AppendText(runs[run], 0, 0);
+            expected += runs[run];
+            if (run == askedAfter) {
+                item.Text() += u'y';
+                expected += u'y';
+            }
+            ASSERT_EQ(item.TextView(), expected) << askedAfter;
+        }
+        item.TrimText();
+        expected.resize(expected.find_last_not_of(u" \t") + 1);
+        EXPECT_EQ(item.TextView(), expected) << askedAfter;
+        EXPECT_EQ(item.Text(), expected) << askedAfter;
+    }
+}
+
+TEST(CellItemThread, SeveralMayAskForTheText) {
+    KCellItem item(nullptr);
+    item.AppendText(u"text", 0, 0);
+    const KCellItem& read = item;
+    const std::u16string* asked[4];
+    std::vector<std::thread> threads;
+    for (auto& text : asked)
+        threads.emplace_back([&] { text = read.TextView() == u"text" ? &read.Text() : nullptr; });
+    for (std::thread& thread : threads) thread.join();
+    for (const std::u16string* const text : asked) EXPECT_EQ(text, &read.Text());
+    EXPECT_EQ(read.Text(), u"text");
 }
 
 TEST(CellItem, ParagraphEndsInTwoLineFeeds) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <cstddef>
+#include <cstring>
 #include <zot/text.h>
 
 #include "standing_run.h"
@@ -21,12 +22,14 @@ public:
         if (!keepLines_ && separator) lines_ = 1;
     }
 
-    void Flush(std::u16string& clean) {
-        if (!any_) return;
-        if (lines_ == 0) clean.push_back(u' ');
-        if (lines_ != 0) clean.append(lines_, u'\n');
+    // Writes them at `to` and returns their end. They are never more than the units of the run.
+    char16_t* Flush(char16_t* to) {
+        if (!any_) return to;
+        if (lines_ == 0) *to++ = u' ';
+        to = std::fill_n(to, lines_, u'\n');
         any_ = false;
         lines_ = 0;
+        return to;
     }
 
 private:
@@ -35,32 +38,38 @@ private:
     std::size_t lines_ = 0;
 };
 
-// Cleans what stands at and behind `at`.
-void AppendClean(const std::u16string& raw, std::size_t at, std::u16string& clean, bool keepLines,
-                 bool cleanControls) {
+// Cleans what stands in [at, end), and returns the end of what is left of it.
+char16_t* CleanInPlace(char16_t* at, const char16_t* end, bool keepLines, bool cleanControls) {
+    char16_t* to = at;
     WhiteSpaceRun run(keepLines);
-    while (at < raw.size()) {
-        const char16_t unit = raw[at];
+    while (at != end) {
         std::size_t taken = 1;
-        if (IsWhiteSpace(unit)) {
-            run.Add(unit);
-        } else if (!cleanControls || !ShowsNothing(unit)) {
-            run.Flush(clean);
-            taken = std::max<std::size_t>(1, StandingRun(raw.data() + at, raw.size() - at));
-            clean.append(raw, at, taken);
+        if (IsWhiteSpace(*at)) {
+            run.Add(*at);
+        } else if (!cleanControls || !ShowsNothing(*at)) {
+            to = run.Flush(to);
+            taken = std::max<std::size_t>(1, StandingRun(at, static_cast<std::size_t>(end - at)));
+            if (to != at) std::memmove(to, at, taken * sizeof *at);
+            to += taken;
         }
         at += taken;
     }
-    run.Flush(clean);
+    return run.Flush(to);
 }
 
 }  // namespace
 
 // Most texts stand as they are.
+std::size_t BeautifyInPlace(char16_t* text, std::size_t size, bool keepLines, bool cleanControls) noexcept {
+    const std::size_t standing = StandingRun(text, size);
+    if (standing == size) return size;
+    const char16_t* const end = CleanInPlace(text + standing, text + size, keepLines, cleanControls);
+    return static_cast<std::size_t>(end - text);
+}
+
 void BeautifyString(const std::u16string& raw, std::u16string& clean, bool keepLines, bool cleanControls) {
-    const std::size_t standing = StandingRun(raw.data(), raw.size());
-    clean.assign(raw, 0, standing);
-    if (standing != raw.size()) AppendClean(raw, standing, clean, keepLines, cleanControls);
+    clean = raw;
+    clean.resize(BeautifyInPlace(clean.data(), clean.size(), keepLines, cleanControls));
 }
 
 }  // namespace ZOT

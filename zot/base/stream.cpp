@@ -41,7 +41,7 @@ unsigned int PutSwapped(BinaryStreamBuf& target, const char16_t* units, std::siz
 
 }  // namespace
 
-unsigned int Copy(BinaryStreamBuf& target, const std::u16string& text, unsigned int count) {
+unsigned int Copy(BinaryStreamBuf& target, std::u16string_view text, unsigned int count) {
     constexpr std::size_t kMost = kWholeStream / sizeof(char16_t);  // no stream holds more
     const std::size_t units = std::min({std::size_t{count}, text.size(), kMost});
     if (units == 0) return 0;

@@ -32,6 +32,14 @@ void HtmlDocTree::HtmlTreeNode::GetText(std::u16string& text) const {
     if (Keyword() == kKeywordText) NodeStore::Of(*this)->GetText(*this, text);
 }
 
+std::size_t HtmlDocTree::HtmlTreeNode::DecodeRoom() const noexcept {
+    return Keyword() == kKeywordText ? NodeStore::Of(*this)->DecodeRoom(*this) : 0;
+}
+
+char16_t* HtmlDocTree::HtmlTreeNode::Decode(char16_t* units) const noexcept {
+    return Keyword() == kKeywordText ? NodeStore::Of(*this)->Decode(*this, units) : units;
+}
+
 void HtmlDocTree::HtmlTreeNode::GetSpans(std::vector<TextSpan>& spans) const {
     spans.clear();
     if (Keyword() == kKeywordText) NodeStore::Of(*this)->GetSpans(*this, spans);

@@ -181,6 +181,20 @@ void NodeStore::GetText(const Node& text, std::u16string& out) const {
     });
 }
 
+std::size_t NodeStore::DecodeRoom(const Node& text) const noexcept {
+    std::size_t bytes = 1;  // a blank that the page does not spell out
+    VisitPieces(text, [&](unsigned int, unsigned int length, TextKind) { bytes += length; });
+    return bytes + kDecodeSlack;
+}
+
+char16_t* NodeStore::Decode(const Node& text, char16_t* units) const noexcept {
+    if ((text.word_ & kSpaceText) != 0) *units++ = u' ';
+    VisitPieces(text, [&](unsigned int position, unsigned int length, TextKind kind) {
+        units = DecodeText(source_ + position, source_ + position + length, kind, units);
+    });
+    return units;
+}
+
 void NodeStore::GetSpans(const Node& text, std::vector<TextSpan>& spans) const {
     VisitPieces(text, [&](unsigned int position, unsigned int length, TextKind kind) {
         if (length != 0) spans.push_back({position, length, kind == TextKind::kRaw});

@@ -168,6 +168,9 @@ public:
         return TypeOf(node) == NodeType::kText && (nodes_[node].word_ & kClosedText) == 0;
     }
     void GetText(const Node& text, std::u16string& out) const;
+    // See HtmlTreeNode.
+    std::size_t DecodeRoom(const Node& text) const noexcept;
+    char16_t* Decode(const Node& text, char16_t* units) const noexcept;
     void GetSpans(const Node& text, std::vector<TextSpan>& spans) const;
     // Whether the text is one span of white space characters, written as themselves.
     bool IsSpace(const Node& text) const noexcept {

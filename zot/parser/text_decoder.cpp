@@ -2,7 +2,7 @@
 // straight to UTF-16, and where it holds a byte that needs a look the position moves up to that byte only,
 // which is then taken by hand. Whole runs of other scripts are taken there, too.
 //
-// The units go through a buffer on the stack, because a string can only grow by zeros that are then
+// For a string the units go through a buffer on the stack, because it can only grow by zeros that are then
 // overwritten.
 
 #include "text_decoder.h"
@@ -150,9 +150,11 @@ Cursor DecodePiece(Cursor c, const char* stop, const char* last) noexcept {
     return c;
 }
 
+static_assert(kDecodeSlack >= ByteVector::kSize, "a block is written whole, whatever of it counts");
+
 template <TextKind kKind>
 void AppendText(const char* first, const char* last, std::u16string& out) {
-    char16_t buffer[kPiece + std::ptrdiff_t{ByteVector::kSize}];
+    char16_t buffer[kPiece + std::ptrdiff_t{kDecodeSlack}];
     while (first < last) {
         const char* const stop = last - first > kPiece ? first + kPiece : last;
         const Cursor end = DecodePiece<kKind>({first, buffer}, stop, last);
@@ -188,6 +190,16 @@ const char* AppendAttributeSpecial(const char* at, const char* last, std::string
 }
 
 }  // namespace
+
+char16_t* DecodeText(const char* first, const char* last, TextKind kind, char16_t* units) noexcept {
+    const Cursor start{first, units};
+    switch (kind) {
+        case TextKind::kData: return DecodePiece<TextKind::kData>(start, last, last).to;
+        case TextKind::kReplaceNul: return DecodePiece<TextKind::kReplaceNul>(start, last, last).to;
+        case TextKind::kRaw: break;
+    }
+    return DecodePiece<TextKind::kRaw>(start, last, last).to;
+}
 
 void AppendDecodedText(const char* first, const char* last, TextKind kind, std::u16string& out) {
     switch (kind) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace ZOTParser {
@@ -11,10 +12,16 @@ enum class TextKind : unsigned {
     kRaw,         // no references, NUL gives U+FFFD: RAWTEXT, script, PLAINTEXT, CDATA sections
 };
 
-// Appends the text that the source bytes [first, last) stand for. The bytes are UTF-8; ill-formed ones give
-// U+FFFD as the WHATWG Encoding Standard has it. CR LF and CR become LF, unless a character reference spells
-// them out. At most one unit is appended per byte. A reference or a character that `last` cuts short is not
-// completed from behind it.
+// Units that DecodeText may write behind the text.
+constexpr std::size_t kDecodeSlack = 16;
+
+// Writes the text that the source bytes [first, last) stand for to `units`, where a unit for each byte and
+// kDecodeSlack more have room, and returns its end. The bytes are UTF-8; ill-formed ones give U+FFFD as the
+// WHATWG Encoding Standard has it. CR LF and CR become LF, unless a character reference spells them out. A
+// reference or a character that `last` cuts short is not completed from behind it.
+char16_t* DecodeText(const char* first, const char* last, TextKind kind, char16_t* units) noexcept;
+
+// Appends that text.
 void AppendDecodedText(const char* first, const char* last, TextKind kind, std::u16string& out);
 
 // Appends the value that the source bytes [first, last) of an attribute stand for, as UTF-8: character

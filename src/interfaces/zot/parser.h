@@ -154,6 +154,11 @@ public:
     // invalid bytes as U+FFFD. Nothing for other nodes.
     void GetText(std::u16string& text) const;
 
+    // The same without a string: writes the characters to `units`, where DecodeRoom() units have room (a few
+    // more than there are), and returns their end.
+    std::size_t DecodeRoom() const noexcept;
+    char16_t* Decode(char16_t* units) const noexcept;
+
     // Replaces `spans` by the places of a text node's characters, in order and none of them empty. They lie
     // between SourcePosition and its end, with what is no part of the text between them: markup that the
     // parser ignored, or all that stands between the parts of a text that a table pushed out. Nothing for

@@ -5,14 +5,13 @@
 
 namespace ZOT {
 
-// A growable array of owning handles (SmartPtr<T>, RefCount<T>). Every allocated slot is a constructed
-// handle, null while it is spare. Growing moves the handles bytewise, so no reference count is touched. One
-// thread at a time may change it. When memory runs out, Reserve and Append return false and the array stays
-// as it was.
+// A growable array of owning handles (SmartPtr<T>, RefCount<T>). Growing moves the handles bytewise, so no
+// reference count is touched. One thread at a time may change it. When memory runs out, Reserve and Append
+// return false and the array stays as it was.
 //
 //   begin_                end_              limit_
 //     v                     v                  v
-//     [ A ][ B ][ C ][ D ]  [ null ][ null ]
+//     [ A ][ B ][ C ][ D ]  [ room ][ room ]
 template <class T, class Handle>
 class RefCountVector : public PoolObject {
 public:
@@ -21,7 +20,7 @@ public:
     explicit RefCountVector(std::size_t size);
     RefCountVector(const RefCountVector&) = delete;  // a copy would touch every count: copy what you need
     RefCountVector& operator=(const RefCountVector&) = delete;
-    ~RefCountVector() { delete[] begin_; }
+    ~RefCountVector();  // lets go of the last one first
 
     const Handle* Begin() const noexcept { return begin_; }
     const Handle* End() const noexcept { return end_; }
@@ -45,8 +44,6 @@ public:
     void Clear();
 
 private:
-    static void Move(Handle* first, Handle* last, Handle* target);
-
     Handle* begin_ = nullptr;
     Handle* end_ = nullptr;
     Handle* limit_ = nullptr;

@@ -1,22 +1,34 @@
 #pragma once
 
 #include <cstring>
+#include <memory>
+#include <new>
 
 namespace ZOT {
 
 template <class T, class Handle>
 RefCountVector<T, Handle>::RefCountVector(std::size_t size) {
-    if (Reserve(size)) end_ = limit_;
+    if (!Reserve(size)) return;
+    std::uninitialized_default_construct(begin_, limit_);
+    end_ = limit_;
+}
+
+template <class T, class Handle>
+RefCountVector<T, Handle>::~RefCountVector() {
+    while (end_ != begin_) std::destroy_at(--end_);
+    PoolFree(begin_);
 }
 
 template <class T, class Handle>
 bool RefCountVector<T, Handle>::Reserve(std::size_t capacity) {
     if (capacity < Capacity() || capacity == 0) return true;
-    Handle* const slots = new Handle[capacity];
+    if (capacity > static_cast<std::size_t>(-1) / sizeof(Handle)) return false;
+    auto* const slots = static_cast<Handle*>(PoolAllocate(capacity * sizeof(Handle)));
     if (slots == nullptr) return false;
     const std::size_t size = Size();
-    Move(begin_, end_, slots);
-    delete[] begin_;
+    if (size != 0)
+        std::memcpy(static_cast<void*>(slots), static_cast<const void*>(begin_), size * sizeof(Handle));
+    PoolFree(begin_);
     begin_ = slots;
     end_ = slots + size;
     limit_ = slots + capacity;
@@ -26,29 +38,21 @@ bool RefCountVector<T, Handle>::Reserve(std::size_t capacity) {
 template <class T, class Handle>
 bool RefCountVector<T, Handle>::Append(const Handle& handle) {
     if (end_ != limit_) {
-        *end_++ = handle;
+        ::new (static_cast<void*>(end_)) Handle(handle);
+        ++end_;
         return true;
     }
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): it may stand in this very array
-    const Handle kept(handle);
+    Handle kept(handle);  // it may stand in this very array
     if (!Reserve(Size() == 0 ? 1 : 2 * Size())) return false;
-    *end_++ = kept;
+    ::new (static_cast<void*>(end_)) Handle(kept);
+    ++end_;
     return true;
 }
 
 template <class T, class Handle>
 void RefCountVector<T, Handle>::Clear() {
-    for (Handle* slot = begin_; slot != end_; ++slot) *slot = Handle();
+    std::destroy(begin_, end_);
     end_ = begin_;
-}
-
-// The old slots become null without any of their references being released.
-template <class T, class Handle>
-void RefCountVector<T, Handle>::Move(Handle* first, Handle* last, Handle* target) {
-    const std::size_t bytes = static_cast<std::size_t>(last - first) * sizeof(Handle);
-    if (bytes == 0) return;
-    std::memcpy(static_cast<void*>(target), static_cast<const void*>(first), bytes);
-    std::memset(static_cast<void*>(first), 0, bytes);
 }
 
 }  // namespace ZOT

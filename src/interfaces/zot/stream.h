@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 #include <zot/memory.h>
 
 namespace ZOT {
@@ -63,7 +64,7 @@ public:
 
 // Writes the first `count` units of `text` (all of them when it has fewer), low byte first. Returns the bytes
 // written.
-QUILL_API unsigned int Copy(BinaryStreamBuf& target, const std::u16string& text, unsigned int count);
+QUILL_API unsigned int Copy(BinaryStreamBuf& target, std::u16string_view text, unsigned int count);
 
 // Holds a stream, and deletes it at the end when it owns it.
 class QUILL_API BinaryStream : public PoolObject {

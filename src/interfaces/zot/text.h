@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <zot/export.h>
 
@@ -26,5 +27,9 @@ constexpr bool ShowsNothing(char16_t unit) noexcept {
 // calls it with false, true.
 QUILL_API void BeautifyString(const std::u16string& raw, std::u16string& clean, bool keepLines,
                               bool cleanControls);
+
+// The same in place: returns how many of the `size` units at `text` are left.
+QUILL_API std::size_t BeautifyInPlace(char16_t* text, std::size_t size, bool keepLines,
+                                      bool cleanControls) noexcept;
 
 }  // namespace ZOT
