@@ -1,7 +1,8 @@
-// What holds for every page, on pages made from seeds.
+// What holds for every page: on pages made from seeds, and on real ones.
 
 #include <gtest/gtest.h>
 
+#include "properties/corpus.h"
 #include "properties/random_page.h"
 #include "properties/text_of_page.h"
 #include "trickling_stream.h"
@@ -9,16 +10,43 @@
 
 namespace {
 
-constexpr unsigned int kPages = 200;
+using ZOTParser::HtmlKeywordTable;
 
-class EveryPage : public ::testing::TestWithParam<PageKind> {
+constexpr unsigned int kPages = 200;
+constexpr HtmlKeywordTable::PrtType kReadings[] = {
+    HtmlKeywordTable::kDefaultReading, HtmlKeywordTable::kTableReading, HtmlKeywordTable::kBlockReading};
+
+enum class Source { kContent, kLinks, kCorpus };
+
+struct Page {
+    std::string name;
+    std::string bytes;
+    ZOT::CHARSET charset;
+};
+
+class EveryPage : public ::testing::TestWithParam<Source> {
 protected:
-    // Calls check(page) for the page of every seed.
+    // Calls check(page) for every page of the source.
     template <class Check>
     void ForEachPage(const Check& check) {
+        if (GetParam() == Source::kCorpus) return ForEachRealPage(check);
+        const PageKind kind = GetParam() == Source::kLinks ? PageKind::kLinks : PageKind::kContent;
         for (unsigned int seed = 0; seed < kPages && !HasFailure(); ++seed) {
-            const std::string page = RandomPage(seed, GetParam());
-            SCOPED_TRACE("seed " + std::to_string(seed) + ": " + page);
+            const Page page{"seed " + std::to_string(seed), RandomPage(seed, kind), ZOT::kCharsetUtf8};
+            SCOPED_TRACE(page.name + ": " + page.bytes);
+            check(page);
+        }
+    }
+
+private:
+    template <class Check>
+    void ForEachRealPage(const Check& check) {
+        const auto paths = CorpusPages();
+        if (paths.empty()) GTEST_SKIP() << "there is no corpus at " << CorpusFolder();
+        for (const auto& path : paths) {
+            Page page{path.string(), Unpacked(path), ZOT::kCharsetNone};
+            page.charset = CharsetOf(page.bytes);
+            SCOPED_TRACE(page.name);
             check(page);
         }
     }
@@ -31,11 +59,11 @@ std::u16string WithoutEnd(std::u16string text) {
 }
 
 TEST_P(EveryPage, GivesTheSameTextHoweverItsStreamIsCut) {
-    ForEachPage([](const std::string& page) {
-        for (const ZOT::CHARSET charset : {ZOT::kCharsetUtf8, ZOT::kCharsetNone, ZOT::kCharsetWindows1252}) {
-            const PageText whole = TextOfBytes(page, charset);
+    ForEachPage([](const Page& page) {
+        for (const ZOT::CHARSET charset : {page.charset, ZOT::kCharsetNone, ZOT::kCharsetWindows1252}) {
+            const PageText whole = TextOfBytes(page.bytes, charset);
             for (const unsigned int step : {1u, 7u, 4096u}) {
-                TricklingStream pieces(page, step);
+                TricklingStream pieces(page.bytes, step);
                 EXPECT_EQ(TextOfStream(pieces, charset), whole) << step;
             }
         }
@@ -43,14 +71,15 @@ TEST_P(EveryPage, GivesTheSameTextHoweverItsStreamIsCut) {
 }
 
 TEST_P(EveryPage, GivesTheSameTextByEveryWay) {
-    ForEachPage([](const std::string& page) {
-        const PageText text = TextOfBytes(page, ZOT::kCharsetUtf8);
-        EXPECT_EQ(TextOfTree(page, ZOT::kCharsetUtf8), text);
-        const PageText partition = TextOfPartition(page, ZOT::kCharsetUtf8);
+    ForEachPage([](const Page& page) {
+        const PageText text = TextOfBytes(page.bytes, page.charset);
+        EXPECT_EQ(TextOfTree(page.bytes, page.charset), text);
+        const PageText partition = TextOfPartition(page.bytes, page.charset);
         EXPECT_EQ(WithoutEnd(partition.text), WithoutEnd(text.text));
         EXPECT_EQ(partition.documentText, text.documentText);
         EXPECT_EQ(partition.type, text.type);
-        const PageText string = TextOfString(page);
+        if (page.bytes.find('\0') != std::string::npos) return;  // there a string ends
+        const PageText string = TextOfString(page.bytes, page.charset);
         EXPECT_EQ(string.text, text.text);
         if (!text.text.empty()) {
             EXPECT_EQ(string.documentText, text.documentText);
@@ -59,26 +88,52 @@ TEST_P(EveryPage, GivesTheSameTextByEveryWay) {
 }
 
 TEST_P(EveryPage, DoesNotMindWhiteSpaceAtItsEnd) {
-    ForEachPage([](const std::string& page) {
-        const PageText text = TextOfBytes(page, ZOT::kCharsetUtf8);
-        const PageText longer = TextOfBytes(page + " \n\t\n", ZOT::kCharsetUtf8);
-        EXPECT_EQ(WithoutEnd(longer.text), WithoutEnd(text.text));
-        EXPECT_EQ(longer.documentText, text.documentText);
-        EXPECT_EQ(longer.type, text.type);
+    ForEachPage([](const Page& page) {
+        for (const HtmlKeywordTable::PrtType reading : kReadings) {
+            const PageText text = TextOfTree(page.bytes, page.charset, reading);
+            const PageText longer = TextOfTree(page.bytes + " \n\t\n", page.charset, reading);
+            EXPECT_EQ(WithoutEnd(longer.text), WithoutEnd(text.text)) << reading;
+            EXPECT_EQ(longer.documentText, text.documentText) << reading;
+            EXPECT_EQ(longer.type, text.type) << reading;
+        }
     });
 }
 
+// Words stay whole and apart in the block reading. In the table reading those around a table that is not
+// chosen may meet, since no block but those that end their lines parts the texts of a cell.
 TEST_P(EveryPage, GivesWordsOfThePageInTheirOrder) {
-    ForEachPage([](const std::string& page) {
-        const PageText text = TextOfBytes(page, ZOT::kCharsetUtf8);
-        EXPECT_TRUE(HoldsInOrder(VisibleWords(text.documentText), VisibleWords(text.text)));
+    ForEachPage([](const Page& page) {
+        const PageText blocks = TextOfTree(page.bytes, page.charset, HtmlKeywordTable::kBlockReading);
+        EXPECT_TRUE(HoldsInOrder(VisibleWords(blocks.documentText), VisibleWords(blocks.text)));
+        const PageText tables = TextOfTree(page.bytes, page.charset, HtmlKeywordTable::kTableReading);
+        EXPECT_TRUE(HoldsInOrder(VisibleUnits(tables.documentText), VisibleUnits(tables.text)));
     });
 }
 
-std::string NameOf(const ::testing::TestParamInfo<PageKind>& kind) {
-    return kind.param == PageKind::kLinks ? "OfLinks" : "OfContent";
+// What the page is read for, and the choice only leaves out of it.
+TEST_P(EveryPage, CanBeWrittenWhole) {
+    ForEachPage([](const Page& page) {
+        for (const HtmlKeywordTable::PrtType reading : kReadings) {
+            const WholeText whole = WholeTextOf(page.bytes, page.charset, reading);
+            EXPECT_EQ(VisibleUnits(whole.written), VisibleUnits(whole.read)) << reading;
+            if (whole.chosen.type == QuillNS::LinkPage) {
+                EXPECT_EQ(whole.chosen.text, whole.written) << reading;
+            }
+            EXPECT_TRUE(HoldsInOrder(VisibleUnits(whole.written), VisibleUnits(whole.chosen.text)))
+                << reading;
+        }
+    });
 }
-INSTANTIATE_TEST_SUITE_P(Page, EveryPage, ::testing::Values(PageKind::kContent, PageKind::kLinks), NameOf);
+
+std::string NameOf(const ::testing::TestParamInfo<Source>& source) {
+    switch (source.param) {
+        case Source::kContent: return "OfContent";
+        case Source::kLinks: return "OfLinks";
+        default: return "OfTheCorpus";
+    }
+}
+INSTANTIATE_TEST_SUITE_P(Page, EveryPage,
+                         ::testing::Values(Source::kContent, Source::kLinks, Source::kCorpus), NameOf);
 
 // Where the links are teasers the block reading takes them for content, so not every such page is one of
 // links.
