@@ -22,7 +22,8 @@ TEST(BlockReading, MakesLayoutBlocksTablesOfOneCell) {
     const Case cases[] = {
         {"<div>a</div>b", R"(table(row(cell("a"))) "b")"},
         {"<section><article><main>a", R"(table(row(cell(table(row(cell(table(row(cell("a"))))))))))"},
-        {"<div></div>", "table(row(cell))"},
+        // Without text there is nothing to lay out.
+        {"<div></div><div> <section><img></section></div>a", R"(block block(" " block(inline)) "a")"},
         // What is no layout stays what it is.
         {"<p>a<ul><li>b</ul><details><summary>c",
          R"(paragraph("a" break) list(item("b") break) block(legend("c")))"},
@@ -52,6 +53,7 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
         {"<p data-hidden class=hidden title=hidden>a", R"(paragraph("a" break))"},
         // A link is read whatever its role.
         {"<a hidden href=x>a</a><a role=navigation href=x>b</a>c", R"(skipped("a") clutter("b") "c")"},
+        {"<nav>a<i hidden>b</i><nav>c", R"(clutter("a" skipped("b") clutter("c")))"},
     };
     for (const Case& c : cases) EXPECT_EQ(Blocks(c.html), c.body) << c.html;
 }

@@ -2,7 +2,8 @@
 
 #include <cstdint>
 
-#include "tree_walk.h"
+#include "line_ends.h"
+#include "text_structure.h"
 
 namespace ZOTParser {
 namespace {
@@ -22,50 +23,27 @@ constexpr std::uint64_t kLeastProseShare = 10;  // of a hundred bytes shown
 // written.
 constexpr std::uint64_t kMostBesideLinks = 2;
 
-// Bytes from which on an anchor's own text is a teaser, some fifteen words. Names of pages are shorter.
-constexpr unsigned int kTeaser = 90;
+// A form with less text than this, some thirty words, is there to search, to log in or to subscribe.
+constexpr unsigned int kFilledInForm = 180;  // bytes
 
-bool IsMainReadAlone(const PageOutline& page) noexcept {
-    return page.main != kNoNode && std::uint64_t{page.mainShown} * 100 >= page.shown * kLeastMainShare;
-}
+// What is decided about a page before its blocks are looked at one by one.
+struct PageKind {
+    bool isLocked;
+    bool isMainAlone;
+    bool hasProse;
+    bool isLinksAlone;
 
-bool IsLocked(const PageOutline& page) noexcept {
-    return page.locked > page.shown * kLockedPage;
-}
-
-bool HasProse(const PageOutline& page) noexcept {
-    return page.prose >= kLeastProse && std::uint64_t{page.prose} * 100 >= page.shown * kLeastProseShare;
-}
-
-bool IsLinksAlone(const PageOutline& page) noexcept {
-    return std::uint64_t{page.shown - page.linked} * 100 <= page.shown * kMostBesideLinks;
-}
-
-void ApplyMarks(NodeStore& nodes, const PageOutline& page) noexcept {
-    const bool hasProse = HasProse(page);
-    for (const PageOutline::Mark& mark : page.marks) {
-        switch (mark.standing) {
-            case PageOutline::Standing::kHidden: nodes.LeaveOut(mark.element, kKeywordSkipped); break;
-            case PageOutline::Standing::kClutter: nodes.LeaveOut(mark.element, kKeywordClutter); break;
-            case PageOutline::Standing::kForm:
-                if (hasProse) nodes.LeaveOut(mark.element, kKeywordClutter);
-                break;
-        }
+    explicit PageKind(const PageOutline& page) noexcept {
+        const TextBytes shown = page.Shown();
+        const auto isAtLeast = [&](unsigned int part, std::uint64_t hundredth) {
+            return std::uint64_t{part} * 100 >= shown.all * hundredth;
+        };
+        isLocked = page.locked > shown.all * kLockedPage;
+        isMainAlone = page.main != 0 && isAtLeast(page.blocks[page.main].bytes.Shown(), kLeastMainShare);
+        hasProse = shown.prose >= kLeastProse && isAtLeast(shown.prose, kLeastProseShare);
+        isLinksAlone = isAtLeast(shown.linked, 100 - kMostBesideLinks);
     }
-}
-
-// Everything beside the element, and beside what it stands in, is clutter.
-void ReadAlone(NodeStore& nodes, NodeIndex element) noexcept {
-    for (NodeIndex node = element; nodes.TagOf(node) != Tag::kBody && nodes.Parent(node) != kDocumentNode;
-         node = nodes.Parent(node)) {
-        for (NodeIndex other = nodes.FirstChild(nodes.Parent(node)); other != kNoNode;
-             other = nodes.NextSibling(other)) {
-            const bool isRead =
-                nodes.TypeOf(other) == NodeType::kElement && nodes[other].Keyword() != kKeywordSkipped;
-            if (other != node && isRead) nodes.LeaveOut(other, kKeywordClutter);
-        }
-    }
-}
+};
 
 bool IsLayoutBlock(Tag tag) noexcept {
     switch (tag) {
@@ -81,82 +59,112 @@ bool IsLayoutBlock(Tag tag) noexcept {
     }
 }
 
-// Gives the blocks their tables, and takes the links from what is no link.
-class BlockWalk {
+class BlockReading {
 public:
-    BlockWalk(NodeStore& nodes, bool opensNoscript, bool cardsAreContent) noexcept
-        : nodes_(nodes), opensNoscript_(opensNoscript), cardsAreContent_(cardsAreContent) {}
+    BlockReading(NodeStore& nodes, const PageOutline& page) noexcept
+        : nodes_(nodes), page_(page), kind_(page) {}
 
-    bool Enter(NodeIndex node) noexcept {
-        if (nodes_.TypeOf(node) == NodeType::kText) {
-            if (card_ != kNoNode && !nodes_.IsSpace(nodes_[node])) cardText_ += nodes_[node].SourceLength();
-            return false;
+    bool Read() noexcept {
+        if (kind_.isLocked) {
+            Unlock();
+        } else {
+            LeaveOut();
+            if (kind_.isMainAlone) ReadAlone(page_.blocks[page_.main].element);
         }
-        const Tag tag = nodes_.TagOf(node);
-        unsigned int keyword = nodes_[node].Keyword();
-        if (opensNoscript_ && tag == Tag::kNoscript && keyword == kKeywordSkipped) keyword = kKeywordBlock;
-        if (keyword == kKeywordBlock && IsLayoutBlock(tag)) keyword = kKeywordTable;
-        nodes_.ChangeRole(node, keyword);
-        if (keyword == kKeywordSkipped || keyword == kKeywordClutter) return false;
-        if (cardsAreContent_) LookForCard(node, keyword);
-        return true;
-    }
-
-    void Leave(NodeIndex node) noexcept {
-        if (nodes_.TypeOf(node) != NodeType::kElement) return;
-        if (node == heading_) heading_ = kNoNode;
-        if (node == card_) LeaveCard();
-        if (nodes_[node].Keyword() == kKeywordTable && nodes_.TagOf(node) != Tag::kTable) WrapChildren(node);
+        MakeTables();
+        if (!kind_.hasProse && !kind_.isLinksAlone) {
+            for (const NodeIndex card : page_.cards) nodes_.ClearLink(card);
+        }
+        KeepLines(nodes_, page_);
+        EndLines(nodes_, page_);
+        for (const NodeIndex element : beside_) EndLineBefore(nodes_, element);
+        return !failed_ && !nodes_.Failed();
     }
 
 private:
-    void LookForCard(NodeIndex node, unsigned int keyword) noexcept {
-        if (keyword == kKeywordHeading && heading_ == kNoNode) heading_ = node;
-        if (card_ != kNoNode) {
-            cardHasBlocks_ |=
-                keyword != kKeywordInline && keyword != kKeywordAnchor && keyword != kKeywordBreak;
-        } else if (nodes_[node].IsLink()) {
-            card_ = node;
-            cardHasBlocks_ = false;
-            cardText_ = 0;
+    void Unlock() noexcept {
+        for (unsigned int index = 1; index < page_.blocks.Size(); ++index) {
+            const NodeIndex element = page_.blocks[index].element;
+            if (nodes_[element].Keyword() == kKeywordSkipped) nodes_.ChangeRole(element, kKeywordBlock);
         }
     }
 
-    void LeaveCard() noexcept {
-        if (heading_ != kNoNode || cardHasBlocks_ || cardText_ >= kTeaser) nodes_.ClearLink(card_);
-        card_ = kNoNode;
+    // Every decision about a block that is no content is made here, from what the outline knows of the block
+    // and of those around, before and behind it.
+    void LeaveOut() noexcept {
+        for (unsigned int index = 1; index < page_.blocks.Size(); ++index) {
+            const Block& block = page_.blocks[index];
+            if (IsHidden(block)) {
+                nodes_.LeaveOut(block.element, kKeywordSkipped);
+            } else if (IsClutter(index)) {
+                nodes_.LeaveOut(block.element, kKeywordClutter);
+            }
+        }
+    }
+
+    static bool IsHidden(const Block& block) noexcept {
+        return block.description == Description::kHidden || block.description == Description::kWithoutScripts;
+    }
+
+    bool IsClutter(unsigned int index) const noexcept {
+        return page_.blocks[index].description == Description::kAround ||
+               (kind_.hasProse && IsShortForm(index));
+    }
+
+    bool IsShortForm(unsigned int index) const noexcept {
+        const Block& block = page_.blocks[index];
+        const bool holdsMain = page_.main > index && page_.main < block.end;
+        return nodes_.TagOf(block.element) == Tag::kForm && block.bytes.Shown() < kFilledInForm && !holdsMain;
+    }
+
+    // Everything beside the element, and beside what it stands in, is clutter.
+    void ReadAlone(NodeIndex element) noexcept {
+        for (NodeIndex node = element;
+             nodes_.TagOf(node) != Tag::kBody && nodes_.Parent(node) != kDocumentNode;
+             node = nodes_.Parent(node)) {
+            for (NodeIndex other = nodes_.FirstChild(nodes_.Parent(node)); other != kNoNode;
+                 other = nodes_.NextSibling(other)) {
+                const bool isRead =
+                    nodes_.TypeOf(other) == NodeType::kElement && nodes_[other].Keyword() != kKeywordSkipped;
+                if (other == node || !isRead) continue;
+                nodes_.LeaveOut(other, kKeywordClutter);
+                failed_ |= !beside_.Append(other);
+            }
+        }
+    }
+
+    void MakeTables() noexcept {
+        for (unsigned int index = 1; index < page_.blocks.Size() && !nodes_.Failed();) {
+            const Block& block = page_.blocks[index];
+            if (nodes_.IsLeftOut(block.element)) {
+                index = block.end;
+                continue;
+            }
+            const bool isLayout = nodes_[block.element].Keyword() == kKeywordBlock &&
+                                  IsLayoutBlock(nodes_.TagOf(block.element));
+            if (isLayout && block.bytes.all != 0) MakeTable(block.element);
+            ++index;
+        }
     }
 
     // The element's children move into a cell in a row of its own.
-    void WrapChildren(NodeIndex element) noexcept {
-        const NodeIndex row = nodes_.NewElement(Tag::kTr, Namespace::kHtml, 0, 0, 0);
-        const NodeIndex cell = nodes_.NewElement(Tag::kTd, Namespace::kHtml, 0, 0, 0);
-        if (nodes_.Failed()) return;
-        nodes_.SetRole(row, kKeywordRow, false);
-        nodes_.SetRole(cell, kKeywordCell, false);
-        nodes_.MoveChildren(element, cell);
-        nodes_.Append(row, cell);
-        nodes_.Append(element, row);
+    void MakeTable(NodeIndex element) noexcept {
+        nodes_.ChangeRole(element, kKeywordTable);
+        nodes_.Enclose(element, Tag::kTd, kKeywordCell);
+        nodes_.Enclose(element, Tag::kTr, kKeywordRow);
     }
 
     NodeStore& nodes_;
-    const bool opensNoscript_;
-    const bool cardsAreContent_;
-    NodeIndex heading_ = kNoNode;
-    NodeIndex card_ = kNoNode;  // the outermost open link
-    bool cardHasBlocks_ = false;
-    unsigned int cardText_ = 0;
+    const PageOutline& page_;
+    const PageKind kind_;
+    ZOT::FastVector<NodeIndex> beside_;  // what is left out beside the main element, blocks or not
+    bool failed_ = false;
 };
 
 }  // namespace
 
-void ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept {
-    const bool locked = IsLocked(page);
-    if (!locked) ApplyMarks(nodes, page);
-    if (!locked && IsMainReadAlone(page)) ReadAlone(nodes, page.main);
-    BlockWalk walk(nodes, locked, !HasProse(page) && !IsLinksAlone(page));
-    WalkTree(
-        nodes, [&](NodeIndex node) { return walk.Enter(node); }, [&](NodeIndex node) { walk.Leave(node); });
+bool ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept {
+    return BlockReading(nodes, page).Read();
 }
 
 }  // namespace ZOTParser

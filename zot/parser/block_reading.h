@@ -13,11 +13,11 @@ namespace ZOTParser {
 //     a fair share of what the page shows.
 //   - A page that shows next to nothing beside what it hides, or keeps for browsers without scripts, is
 //     waiting for a script to move its text into place: all of it is read.
-//   - Layout blocks become tables of one row and one cell.
+//   - Layout blocks that hold text become tables of one row and one cell.
 //   - On a page without prose, such as a list of goods or of headlines, the cards are the content: an anchor
 //     around a card, a heading or a teaser is no link there.
 //
-// Layout tables stay what they are.
-void ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept;
+// Layout tables stay what they are. False when memory runs out.
+bool ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept;
 
 }  // namespace ZOTParser

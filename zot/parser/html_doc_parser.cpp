@@ -28,6 +28,12 @@ bool HasContent(const NodeStore& nodes) noexcept {
     return false;
 }
 
+// False when nothing comes of the page, and when memory runs out.
+bool BuildTree(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept {
+    TreeBuilder(nodes, {}).Run(SkipByteOrderMark(nodes));
+    return !nodes.Failed() && HasContent(nodes) && AssignRoles(nodes, keywords);
+}
+
 }  // namespace
 
 HtmlDocParser::HtmlDocParser(ZOT::BinaryStreamBuf& stream, HtmlKeywordTable& table, HtmlDocTree& tree)
@@ -46,11 +52,7 @@ bool HtmlDocParser::Parse() {
         ZOT::PoolFree(source);
         return false;
     }
-    if (nodes->Init(source, size)) {
-        TreeBuilder(*nodes, {}).Run(SkipByteOrderMark(*nodes));
-        if (!nodes->Failed() && HasContent(*nodes)) AssignRoles(*nodes, table_);
-    }
-    if (nodes->Failed() || !HasContent(*nodes)) {
+    if (!nodes->Init(source, size) || !BuildTree(*nodes, table_)) {
         delete nodes;
         return false;
     }

@@ -45,10 +45,6 @@ void HtmlDocTree::HtmlTreeNode::GetSpans(std::vector<TextSpan>& spans) const {
     if (Keyword() == kKeywordText) NodeStore::Of(*this)->GetSpans(*this, spans);
 }
 
-bool HtmlDocTree::HtmlTreeNode::IsSpace() const noexcept {
-    return Keyword() == kKeywordText && NodeStore::Of(*this)->IsSpace(*this);
-}
-
 void HtmlDocTree::HtmlTreeNode::GetParam(const std::string& name, std::string& value) const {
     value.clear();
     if (Keyword() == kKeywordText) return;

@@ -34,13 +34,15 @@ bool HasTextBefore(const NodeStore& nodes, NodeIndex node) noexcept {
 
 }  // namespace
 
-void EndLines(NodeStore& nodes) noexcept {
-    const NodeIndex end = nodes.End();
-    for (NodeIndex node = kFirstNode; node < end; ++node) {
-        if (!CutsLine(nodes[node].Keyword()) || nodes.Parent(node) == kNoNode) continue;
-        if (!HasTextBefore(nodes, node)) continue;
-        nodes.InsertBefore(node, nodes.NewBreak());
-        if (nodes.Failed()) return;
+void EndLineBefore(NodeStore& nodes, NodeIndex element) noexcept {
+    if (CutsLine(nodes[element].Keyword()) && HasTextBefore(nodes, element)) nodes.InsertBreak(element);
+}
+
+void EndLines(NodeStore& nodes, const PageOutline& page) noexcept {
+    for (unsigned int index = 1; index < page.blocks.Size();) {
+        const Block& block = page.blocks[index];
+        EndLineBefore(nodes, block.element);
+        index = nodes.IsLeftOut(block.element) ? block.end : index + 1;
     }
 }
 

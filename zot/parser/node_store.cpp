@@ -35,6 +35,11 @@ bool NodeStore::Init(unsigned char* source, unsigned int size) {
     return true;
 }
 
+ZOT::RefCount<Node> NodeStore::HandOut() noexcept {
+    handedOut_ = true;
+    return {holders_, &nodes_[kDocumentNode]};
+}
+
 // A typical page has a node for every 20 to 40 bytes.
 bool NodeStore::Grow() noexcept {
     const std::size_t capacity = capacity_ == 0 ? size_ / 32 + 64 : 2 * static_cast<std::size_t>(capacity_);
@@ -91,6 +96,34 @@ void NodeStore::MoveChildren(NodeIndex from, NodeIndex to) noexcept {
     }
 }
 
+void NodeStore::Enclose(NodeIndex parent, Tag tag, unsigned int keyword) noexcept {
+    const NodeIndex element = NewElement(tag, Namespace::kHtml, 0, 0, 0);
+    if (failed_) return;
+    SetRole(element, keyword, false);
+    const NodeIndex first = FirstChild(parent);
+    for (NodeIndex child = first; child != kNoNode; child = nodes_[child].next_)
+        nodes_[child].parent_ = element;
+    nodes_[element].first_ = first;
+    nodes_[parent].first_ = kNoNode;
+    Append(parent, element);
+}
+
+void NodeStore::AppendBreak(NodeIndex parent) noexcept {
+    const NodeIndex node = NewBreak();
+    if (!failed_) Append(parent, node);
+}
+
+void NodeStore::InsertBreak(NodeIndex next) noexcept {
+    const NodeIndex node = NewBreak();
+    if (!failed_) InsertBefore(next, node);
+}
+
+void NodeStore::InsertSpace(NodeIndex next) noexcept {
+    const NodeIndex node =
+        NewNode(kKeywordText | WordOf(NodeType::kText) | kSpaceText | Node::kSpaceFlag, 0, 0);
+    if (!failed_) InsertBefore(next, node);
+}
+
 void NodeStore::LimitDepth(unsigned int limit) noexcept {
     NodeIndex node = kDocumentNode;
     unsigned int depth = 0;
@@ -138,6 +171,7 @@ void NodeStore::AppendToText(NodeIndex text, TextKind kind, unsigned int positio
                              unsigned int length) noexcept {
     Node& node = nodes_[text];
     const bool adjacent = node.position_ + node.length_ == position;
+    if (!adjacent || TextKindOf(text) != kind || !IsSpace(position, length)) node.word_ &= ~Node::kSpaceFlag;
     if ((node.word_ & kPieces) == 0) {
         if (adjacent && TextKindOf(text) == kind) {
             node.length_ += length;

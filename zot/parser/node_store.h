@@ -54,10 +54,7 @@ public:
 
     // The document node as its first holder. From then on the store belongs to its holders: the last one
     // deletes it.
-    ZOT::RefCount<Node> HandOut() noexcept {
-        handedOut_ = true;
-        return {holders_, &nodes_[kDocumentNode]};
-    }
+    ZOT::RefCount<Node> HandOut() noexcept;
     // A further holder of a store that was handed out.
     ZOT::RefCount<Node> Entry(NodeIndex node) const noexcept { return {holders_, &nodes_[node]}; }
 
@@ -69,6 +66,7 @@ public:
     // `attributes` are AttributeBit; those that roles depend on are kept. The element has no role yet.
     NodeIndex NewElement(Tag tag, Namespace ns, unsigned int attributes, unsigned int position,
                          unsigned int length) noexcept {
+        if (ns == Namespace::kHtml) has_[static_cast<unsigned int>(tag)] = true;
         return NewNode(WordOf(NodeType::kElement) | static_cast<unsigned int>(tag) << kTagShift |
                            static_cast<unsigned int>(ns) << kNamespaceShift |
                            (attributes & kKeptAttributes) << kAttributeShift,
@@ -82,19 +80,17 @@ public:
         return clone;
     }
     NodeIndex NewText(TextKind kind, unsigned int position, unsigned int length) noexcept {
-        return NewNode(
-            kKeywordText | WordOf(NodeType::kText) | static_cast<unsigned int>(kind) << kTextKindShift,
-            position, length);
+        const unsigned int space = IsSpace(position, length) ? Node::kSpaceFlag : 0;
+        return NewNode(kKeywordText | WordOf(NodeType::kText) |
+                           static_cast<unsigned int>(kind) << kTextKindShift | space,
+                       position, length);
     }
     // Comments and doctypes: `position` and `length` are those of the data.
     NodeIndex NewOther(NodeType type, unsigned int position, unsigned int length) noexcept {
         return NewNode(WordOf(type), position, length);
     }
-    // A text of one blank, and a line break, that the page does not spell out.
-    NodeIndex NewSpace() noexcept {
-        return NewNode(kKeywordText | WordOf(NodeType::kText) | kSpaceText, 0, 0);
-    }
-    NodeIndex NewBreak() noexcept { return NewNode(kKeywordBreak | WordOf(NodeType::kBreak), 0, 0); }
+    // Whether an element of that name was made.
+    bool Has(Tag tag) const noexcept { return has_[static_cast<unsigned int>(tag)]; }
 
     NodeType TypeOf(NodeIndex node) const noexcept {
         return static_cast<NodeType>(nodes_[node].word_ >> kTypeShift & kTypeMask);
@@ -135,6 +131,11 @@ public:
         ClearLink(element);
     }
 
+    bool IsLeftOut(NodeIndex element) const noexcept {
+        const unsigned int keyword = nodes_[element].Keyword();
+        return keyword == kKeywordSkipped || keyword == kKeywordClutter;
+    }
+
     void ClearLink(NodeIndex element) noexcept { nodes_[element].word_ &= ~kLinkFlag; }
 
     NodeIndex Parent(NodeIndex node) const noexcept { return nodes_[node].parent_; }
@@ -157,6 +158,13 @@ public:
     void Remove(NodeIndex node) noexcept;
     // Appends all children of `from` to `to`, in order.
     void MoveChildren(NodeIndex from, NodeIndex to) noexcept;
+    // Puts an element that the page does not spell out between `parent` and all its children.
+    void Enclose(NodeIndex parent, Tag tag, unsigned int keyword) noexcept;
+    // A line break as the last child, a line break and a text of one blank in front of a node. The page does
+    // not spell them out.
+    void AppendBreak(NodeIndex parent) noexcept;
+    void InsertBreak(NodeIndex next) noexcept;
+    void InsertSpace(NodeIndex next) noexcept;
     // Lifts what lies deeper than `depth` elements below the document up to that depth, in document order.
     void LimitDepth(unsigned int depth) noexcept;
 
@@ -172,13 +180,6 @@ public:
     std::size_t DecodeRoom(const Node& text) const noexcept;
     char16_t* Decode(const Node& text, char16_t* units) const noexcept;
     void GetSpans(const Node& text, std::vector<TextSpan>& spans) const;
-    // Whether the text is one span of white space characters, written as themselves.
-    bool IsSpace(const Node& text) const noexcept {
-        if ((text.word_ & kSpaceText) != 0) return true;
-        const char* const first = source_ + text.position_;
-        return IsHtmlSpace(*first) && (text.word_ & kPieces) == 0 &&
-               FindNoSpace(first + 1, first + text.length_) == first + text.length_;
-    }
 
     // The attributes of a later tag that count for an element that is there already (html and body), behind
     // its own.
@@ -229,6 +230,12 @@ private:
         return static_cast<unsigned int>(type) << kTypeShift;
     }
 
+    // Whether the source has nothing but white space there.
+    bool IsSpace(unsigned int position, unsigned int length) const noexcept {
+        const char* const first = source_ + position;
+        return IsHtmlSpace(*first) && FindNoSpace(first + 1, first + length) == first + length;
+    }
+
     NodeIndex NewNode(unsigned int word, unsigned int position, unsigned int length) noexcept {
         if (count_ == capacity_) [[unlikely]] {
             if (!Grow()) return kSpareNode;
@@ -247,6 +254,7 @@ private:
     NodeHead HeadOf(NodeIndex node) const noexcept {
         return {nodes_[node].word_, nodes_[node].position_, nodes_[node].length_};
     }
+    NodeIndex NewBreak() noexcept { return NewNode(kKeywordBreak | WordOf(NodeType::kBreak), 0, 0); }
     bool Grow() noexcept;
     bool Fail() noexcept {
         failed_ = true;
@@ -264,6 +272,7 @@ private:
     unsigned int count_ = 0;
     unsigned int capacity_ = 0;
     bool failed_ = false;
+    bool has_[kTagCount] = {};
     ZOT::FastVector<TextPiece> pieces_;
     ZOT::FastVector<MergedTag> merged_;
 };

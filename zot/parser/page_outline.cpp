@@ -1,6 +1,7 @@
 #include "page_outline.h"
 
-#include "self_description.h"
+#include <cstdint>
+
 #include "tree_walk.h"
 
 namespace ZOTParser {
@@ -11,158 +12,254 @@ namespace {
 constexpr unsigned int kSentence = 60;  // bytes: ten words
 constexpr unsigned int kLinkPart = 3;   // less than one byte in so many stands in links
 
-// A form with less text than this, some thirty words, is there to search, to log in or to subscribe.
-constexpr unsigned int kFilledInForm = 180;  // bytes
+// Bytes from which on a link's own text is a teaser, some fifteen words. Names of pages are shorter.
+constexpr unsigned int kTeaser = 90;
 
-bool EndsRun(unsigned int keyword) noexcept {
-    return keyword != kKeywordInline && keyword != kKeywordAnchor && keyword != kKeywordBreak;
+bool StandsInLine(unsigned int keyword) noexcept {
+    return keyword == kKeywordInline || keyword == kKeywordAnchor || keyword == kKeywordBreak;
+}
+
+bool IsTablePart(unsigned int keyword) noexcept {
+    switch (keyword) {
+        case kKeywordRow:
+        case kKeywordCell:
+        case kKeywordHeaderCell:
+        case kKeywordBody:
+        case kKeywordHead:
+        case kKeywordFoot: return true;
+        default: return false;
+    }
+}
+
+bool HasSentenceEnd(const char* first, const char* last) noexcept {
+    return FindFirst(
+               first, last, [](ByteVector v) { return v.Equal('.') | v.Equal('!') | v.Equal('?'); },
+               [](char) { return true; }) != last;
 }
 
 class OutlineWalk {
 public:
-    OutlineWalk(const NodeStore& nodes, PageOutline& page) noexcept : nodes_(nodes), page_(page) {}
+    OutlineWalk(NodeStore& nodes, const TableRoles& roles, PageOutline& page) noexcept
+        : nodes_(nodes), roles_(roles), page_(page) {}
+
+    bool Start() noexcept {
+        Open(kDocumentNode, Description::kNone);
+        return !failed_;
+    }
 
     bool Enter(NodeIndex node) noexcept {
         if (nodes_.TypeOf(node) == NodeType::kText) {
-            if (!nodes_.IsSpace(nodes_[node])) AddText(nodes_[node]);
+            if (!nodes_[node].IsSpace()) AddText(nodes_[node]);
             return false;
         }
-        if (SaysNothing(node)) return true;
-        if (!IsRead(node)) return false;
-        const unsigned int keyword = nodes_[node].Keyword();
-        if (EndsRun(keyword)) EndRun();
-        openTables_ += keyword == kKeywordTable;
-        openLinks_ += nodes_[node].IsLink();
-        if (locked_ != kNoNode || clutter_ != kNoNode) return true;
-        if (keyword == kKeywordSkipped) {
-            locked_ = node;
-        } else {
-            Describe(node);
-            if (nodes_.TagOf(node) == Tag::kForm && locked_ != node && clutter_ != node) EnterForm(node);
+        const unsigned int keyword = roles_.Give(nodes_, node);
+        const bool inLine = StandsInLine(keyword);
+        if (!inLine || nodes_.HasAttributeBit(node, kDescribesItself)) {
+            if (keyword == kKeywordSkipped && nodes_.TagOf(node) != Tag::kNoscript) {
+                GiveRolesBelow(node);
+                return false;
+            }
+            const Description description = Describe(node);
+            if (!inLine || description != Description::kNone) EnterBlock(node, keyword, description);
         }
+        if (nodes_[node].IsLink() && link_ == kNoNode) EnterLink(node);
         return true;
     }
 
     void Leave(NodeIndex node) noexcept {
-        if (nodes_.TypeOf(node) == NodeType::kText || SaysNothing(node) || !IsRead(node)) return;
-        const unsigned int keyword = nodes_[node].Keyword();
-        if (EndsRun(keyword)) EndRun();
-        if (node == form_) LeaveForm();
-        openTables_ -= keyword == kKeywordTable;
-        openLinks_ -= nodes_[node].IsLink();
-        for (NodeIndex* const open : {&locked_, &clutter_, &main_}) {
-            if (*open == node) *open = kNoNode;
-        }
+        if (node == link_) LeaveLink();
+        if (node == page_.blocks[open_].element) LeaveBlock(node);
     }
 
-    void Finish() noexcept {
+    bool Finish() noexcept {
         EndRun();
-        if (mains_ > 1) page_.main = kNoNode;
+        Close();
+        if (mains_ > 1) page_.main = 0;
+        return !failed_;
     }
 
 private:
-    // Most elements: those within a line, without any of the attributes that are looked for.
-    bool SaysNothing(NodeIndex node) const noexcept {
-        return nodes_[node].Keyword() == kKeywordInline && !nodes_.HasAttributeBit(node, kDescribesItself);
+    // --- blocks
+
+    Description Describe(NodeIndex node) const noexcept {
+        return hidden_ == 0 ? DescriptionOf(nodes_, node) : Description::kNone;
     }
 
-    // Skipped elements are not, but for what is kept for browsers without scripts.
-    bool IsRead(NodeIndex node) const noexcept {
-        return nodes_[node].Keyword() != kKeywordSkipped || nodes_.TagOf(node) == Tag::kNoscript;
-    }
-
-    void Describe(NodeIndex node) noexcept {
-        switch (DescriptionOf(nodes_, node)) {
-            case Description::kNone: return;
-            case Description::kHidden:
-                locked_ = node;
-                page_.marks.Append({node, PageOutline::Standing::kHidden});
-                return;
-            case Description::kAround:
-                clutter_ = node;
-                page_.marks.Append({node, PageOutline::Standing::kClutter});
-                return;
-            case Description::kMain:
-                if (main_ != kNoNode) return;
-                main_ = page_.main = node;
-                ++mains_;
-                return;
+    void EnterBlock(NodeIndex node, unsigned int keyword, Description description) noexcept {
+        EndRun();
+        const unsigned int index = Open(node, description);
+        if (description == Description::kMain) {
+            EnterMain(index);
+        } else if (description != Description::kNone) {
+            if (leftOut_ == 0) leftOut_ = index;
+            if (description != Description::kAround) hidden_ = index;
+        }
+        if (StandsInLine(keyword)) return;
+        if (leftOut_ == leftOutAroundLink_) linkHoldsBlocks_ = true;
+        if (keyword == kKeywordHeading && heading_ == 0) heading_ = index;
+        if (keyword == kKeywordTable) {
+            EnterTable(index);
+        } else if (IsTablePart(keyword)) {
+            CountPart(keyword);
+        } else {
+            plainTable_ = 0;
         }
     }
 
-    void EnterForm(NodeIndex form) noexcept {
-        form_ = form;
-        shownBeforeForm_ = page_.shown;
-        mainsBeforeForm_ = mains_;
+    void LeaveBlock(NodeIndex node) noexcept {
+        EndRun();
+        const unsigned int index = Close();
+        const Block& block = page_.blocks[index];
+        if (index == main_) main_ = 0;
+        if (index == heading_) heading_ = 0;
+        if (index == hidden_) hidden_ = 0;
+        if (index == leftOut_) LeaveLeftOut(block);
+        if (nodes_[node].Keyword() == kKeywordTable) LeaveTable(index);
+        TableRoles::EndLine(nodes_, node);
     }
 
-    void LeaveForm() noexcept {
-        if (page_.shown - shownBeforeForm_ < kFilledInForm && mains_ == mainsBeforeForm_) {
-            page_.marks.Append({form_, PageOutline::Standing::kForm});
+    // From here to the closing the bytes are those before the block.
+    unsigned int Open(NodeIndex node, Description description) noexcept {
+        const auto index = static_cast<unsigned int>(page_.blocks.Size());
+        if (!page_.blocks.Append({node, open_, index + 1, description, false, bytes_})) {
+            failed_ = true;
+            return open_;
         }
-        form_ = kNoNode;
+        return open_ = index;
     }
+
+    unsigned int Close() noexcept {
+        const unsigned int index = open_;
+        Block& block = page_.blocks[index];
+        block.end = static_cast<unsigned int>(page_.blocks.Size());
+        block.bytes = bytes_ - block.bytes;
+        open_ = block.around;
+        return index;
+    }
+
+    void EnterMain(unsigned int index) noexcept {
+        if (leftOut_ != 0 || main_ != 0) return;
+        main_ = page_.main = index;
+        ++mains_;
+    }
+
+    void LeaveLeftOut(const Block& block) noexcept {
+        bytes_.leftOut += block.bytes.all;
+        page_.leftOut += block.bytes;
+        page_.leftOut.leftOut += block.bytes.all;
+        if (block.description != Description::kAround) page_.locked += block.bytes.all;
+        if (block.description == Description::kWithoutScripts) page_.withoutScripts += block.bytes;
+        leftOut_ = 0;
+    }
+
+    // --- tables: one without blocks or tables in its cells may hold data
+
+    void EnterTable(unsigned int index) noexcept {
+        if (table_ == 0) table_ = index;
+        plainTable_ = index;
+        rows_ = cells_ = 0;
+    }
+
+    void CountPart(unsigned int keyword) noexcept {
+        rows_ += keyword == kKeywordRow;
+        cells_ += keyword == kKeywordCell || keyword == kKeywordHeaderCell;
+    }
+
+    void LeaveTable(unsigned int index) noexcept {
+        Block& table = page_.blocks[index];
+        table.isData = index == plainTable_ && rows_ >= 2 && cells_ >= 2 * rows_ &&
+                       std::uint64_t{2} * table.bytes.linked < table.bytes.all;
+        if (index == table_) table_ = 0;
+    }
+
+    // --- links
+
+    void EnterLink(NodeIndex link) noexcept {
+        link_ = link;
+        linkHoldsBlocks_ = false;
+        leftOutAroundLink_ = leftOut_;
+        shownBeforeLink_ = bytes_.Shown();
+    }
+
+    void LeaveLink() noexcept {
+        const bool isCard = heading_ != 0 || linkHoldsBlocks_ || bytes_.Shown() - shownBeforeLink_ >= kTeaser;
+        if (isCard && !page_.cards.Append(link_)) failed_ = true;
+        link_ = kNoNode;
+    }
+
+    // --- text
 
     void AddText(const Node& text) noexcept {
         const unsigned int size = text.SourceLength();
-        if (locked_ != kNoNode) page_.locked += size;
-        if (locked_ != kNoNode && nodes_[locked_].Keyword() == kKeywordSkipped) return;
-        page_.text += size;
-        if (openTables_ != 0) page_.textInTables += size;
-        if (locked_ != kNoNode || clutter_ != kNoNode) return;
-        page_.shown += size;
-        if (main_ != kNoNode) page_.mainShown += size;
-        run_ += size;
-        if (openLinks_ != 0) {
-            runInLinks_ += size;
-            page_.linked += size;
-        } else if (longest_ == nullptr || size > longest_->SourceLength()) {
-            longest_ = &text;
+        bytes_.all += size;
+        if (table_ != 0) bytes_.inTables += size;
+        if (link_ != kNoNode) {
+            bytes_.linked += size;
+        } else if (size > longest_) {
+            longest_ = size;
+            longestPosition_ = text.SourcePosition();
         }
-    }
-
-    bool HasSentenceEnd(const Node& text) const noexcept {
-        const char* const first = nodes_.Source() + text.SourcePosition();
-        const char* const last = first + text.SourceLength();
-        return FindFirst(
-                   first, last, [](ByteVector v) { return v.Equal('.') | v.Equal('!') | v.Equal('?'); },
-                   [](char) { return true; }) != last;
     }
 
     void EndRun() noexcept {
-        if (run_ == 0) return;
-        if (run_ >= kSentence && runInLinks_ * kLinkPart < run_ && HasSentenceEnd(*longest_)) {
-            page_.prose += run_;
+        const unsigned int run = bytes_.all - beforeRun_.all;
+        if (run == 0) return;
+        if (run >= kSentence && (bytes_.linked - beforeRun_.linked) * kLinkPart < run) {
+            const char* const longest = nodes_.Source() + longestPosition_;
+            if (HasSentenceEnd(longest, longest + longest_)) bytes_.prose += run;
         }
-        run_ = runInLinks_ = 0;
-        longest_ = nullptr;
+        beforeRun_ = bytes_;
+        longest_ = 0;
     }
 
-    const NodeStore& nodes_;
+    void GiveRolesBelow(NodeIndex root) noexcept {
+        WalkTree(
+            nodes_, root,
+            [this](NodeIndex node) {
+                if (nodes_.TypeOf(node) != NodeType::kElement) return false;
+                roles_.Give(nodes_, node);
+                return true;
+            },
+            [this](NodeIndex node) { TableRoles::EndLine(nodes_, node); });
+    }
+
+    NodeStore& nodes_;
+    const TableRoles& roles_;
     PageOutline& page_;
-    unsigned int openTables_ = 0;
-    unsigned int openLinks_ = 0;
+    bool failed_ = false;
+    TextBytes bytes_;  // so far
+    unsigned int open_ = 0;
+    // The outermost open block of each kind.
+    unsigned int leftOut_ = 0;
+    unsigned int hidden_ = 0;
+    unsigned int main_ = 0;
+    unsigned int heading_ = 0;
+    unsigned int table_ = 0;
     unsigned int mains_ = 0;
-    // The outermost open element of each kind.
-    NodeIndex locked_ = kNoNode;
-    NodeIndex clutter_ = kNoNode;
-    NodeIndex main_ = kNoNode;
-    NodeIndex form_ = kNoNode;  // the innermost
-    unsigned int shownBeforeForm_ = 0;
-    unsigned int mainsBeforeForm_ = 0;
-    // The run of text that is open, in bytes.
-    unsigned int run_ = 0;
-    unsigned int runInLinks_ = 0;
-    const Node* longest_ = nullptr;  // of its texts outside links
+    // The innermost table so far, as long as it has neither blocks nor tables in its cells.
+    unsigned int plainTable_ = 0;
+    unsigned int rows_ = 0;
+    unsigned int cells_ = 0;
+    // The outermost open link.
+    NodeIndex link_ = kNoNode;
+    bool linkHoldsBlocks_ = false;
+    unsigned int leftOutAroundLink_ = 0;
+    unsigned int shownBeforeLink_ = 0;
+    // The run of text that is open, and the longest of its texts outside links.
+    TextBytes beforeRun_;
+    unsigned int longest_ = 0;
+    unsigned int longestPosition_ = 0;
 };
 
 }  // namespace
 
-PageOutline::PageOutline(const NodeStore& nodes) noexcept {
-    OutlineWalk walk(nodes, *this);
+bool PageOutline::Draw(NodeStore& nodes, const TableRoles& roles) noexcept {
+    OutlineWalk walk(nodes, roles, *this);
+    if (!walk.Start()) return false;
     WalkTree(
-        nodes, [&](NodeIndex node) { return walk.Enter(node); }, [&](NodeIndex node) { walk.Leave(node); });
-    walk.Finish();
+        nodes, kDocumentNode, [&](NodeIndex node) { return walk.Enter(node); },
+        [&](NodeIndex node) { walk.Leave(node); });
+    return walk.Finish() && !nodes.Failed();
 }
 
 }  // namespace ZOTParser

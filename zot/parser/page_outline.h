@@ -1,33 +1,66 @@
 #pragma once
 
 #include "node_store.h"
+#include "self_description.h"
+#include "table_roles.h"
 
 namespace ZOTParser {
 
-// What decides about a page as a whole, gathered in one walk over its tree: where its text stands, and which
-// elements say themselves that they are not shown, stand around the content, or are it. Text is weighed by
-// its bytes in the source, which costs nothing; white space between elements counts nothing.
+// Bytes of text in the source, without the white space between elements.
+struct TextBytes {
+    unsigned int all = 0;
+    unsigned int linked = 0;    // in links
+    unsigned int inTables = 0;  // in table elements
+    unsigned int prose = 0;     // in runs of text that read like prose
+    unsigned int leftOut = 0;   // in blocks that are not content by their own account
+
+    unsigned int Shown() const noexcept { return all - leftOut; }
+
+    TextBytes& operator+=(const TextBytes& other) noexcept {
+        all += other.all;
+        linked += other.linked;
+        inTables += other.inTables;
+        prose += other.prose;
+        leftOut += other.leftOut;
+        return *this;
+    }
+    friend TextBytes operator-(const TextBytes& a, const TextBytes& b) noexcept {
+        return {a.all - b.all, a.linked - b.linked, a.inTables - b.inTables, a.prose - b.prose,
+                a.leftOut - b.leftOut};
+    }
+};
+
+// An element that stands on lines of its own, or says what it is; a part of a table too. What a browser never
+// shows (scripts, forms' fields, ...) is none, but for what is kept for browsers without scripts.
+struct Block {
+    NodeIndex element;
+    unsigned int around;  // the block that it stands in; 0: the page
+    unsigned int end;     // behind the last block that stands in it
+    Description description;
+    bool isData;      // a table whose rows read as lines
+    TextBytes bytes;  // of the text in it
+};
+
+// What decides about a page, gathered in the one walk that gives the elements their roles: its blocks in
+// document order, and what it says about itself. The blocks inside block `i` are those from `i + 1` to
+// before `blocks[i].end`.
 struct PageOutline {
-    enum class Standing : unsigned int { kHidden, kClutter, kForm };  // a form that is short
-    struct Mark {
-        NodeIndex element;
-        Standing standing;
-    };
+    ZOT::FastVector<Block> blocks;  // the first one is the page as a whole
+    // Links that are a card, a heading or a teaser.
+    ZOT::FastVector<NodeIndex> cards;
+    // The one block that is the main content by its own account; 0 when there is none, or several that do not
+    // stand inside one another.
+    unsigned int main = 0;
+    TextBytes leftOut;         // in blocks that are not content by their own account
+    TextBytes withoutScripts;  // of that, kept for browsers without scripts
+    unsigned int locked = 0;   // of that, the same or hidden: all bytes
 
-    unsigned int text = 0;          // all but what is skipped in the table reading
-    unsigned int textInTables = 0;  // in table elements
-    unsigned int shown = 0;         // outside the marked elements
-    unsigned int linked = 0;        // of that, in links
-    unsigned int prose = 0;         // of that, what reads like prose
-    unsigned int locked = 0;        // hidden, or kept for browsers without scripts
-    // The one element that is the main content by its own account; kNoNode when there is none, or several
-    // that do not stand inside one another.
-    NodeIndex main = kNoNode;
-    unsigned int mainShown = 0;   // in it
-    ZOT::FastVector<Mark> marks;  // no mark stands in one of another kind, memory permitting
+    // Of the page as a whole.
+    const TextBytes& All() const noexcept { return blocks[0].bytes; }
+    TextBytes Shown() const noexcept { return All() - leftOut; }
 
-    // The roles are those of the table reading.
-    explicit PageOutline(const NodeStore& nodes) noexcept;
+    // Gives every element its role in the table reading. False when memory runs out.
+    bool Draw(NodeStore& nodes, const TableRoles& roles) noexcept;
 };
 
 }  // namespace ZOTParser

@@ -12,7 +12,8 @@ constexpr std::uint64_t kLeastTextInTables = 99;
 }  // namespace
 
 bool IsLaidOutWithTables(const PageOutline& page) noexcept {
-    return page.text != 0 && std::uint64_t{page.textInTables} * 100 >= page.text * kLeastTextInTables;
+    const TextBytes text = page.All() - page.withoutScripts;
+    return text.all != 0 && std::uint64_t{text.inTables} * 100 >= text.all * kLeastTextInTables;
 }
 
 }  // namespace ZOTParser

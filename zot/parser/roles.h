@@ -6,7 +6,7 @@ namespace ZOTParser {
 
 // Gives every element of a finished tree the role that it plays in the reading that the table asks for, and
 // every paragraph, heading, quote and list that has content a line break as its last child, so that nothing
-// runs into it.
-void AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept;
+// runs into it. False when memory runs out; the tree is of no use then.
+bool AssignRoles(NodeStore& nodes, const HtmlKeywordTable& keywords) noexcept;
 
 }  // namespace ZOTParser

@@ -14,6 +14,7 @@ Description DescriptionOf(Tag tag) noexcept {
         case Tag::kAside:
         case Tag::kFooter: return Description::kAround;
         case Tag::kMain: return Description::kMain;
+        case Tag::kNoscript: return Description::kWithoutScripts;
         default: return Description::kNone;
     }
 }

@@ -7,9 +7,10 @@ namespace ZOTParser {
 // What an element says about its place on the page, by its tag and its attributes.
 enum class Description {
     kNone,
-    kHidden,  // `hidden`, aria-hidden="true", or an inline style that takes it off the page
-    kAround,  // it stands around the content: nav, aside, footer, a form for searching, ...
-    kMain,    // it is the main content
+    kHidden,          // `hidden`, aria-hidden="true", or an inline style that takes it off the page
+    kAround,          // it stands around the content: nav, aside, footer, a form for searching, ...
+    kMain,            // it is the main content
+    kWithoutScripts,  // kept for browsers without scripts
 };
 
 // https://www.w3.org/TR/html-aam-1.0/#html-element-role-mappings

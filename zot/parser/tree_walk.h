@@ -4,24 +4,26 @@
 
 namespace ZOTParser {
 
-// Visits every node below the document in document order, without recursion: enter(node) says whether to go
-// into the node's children, leave(node) comes behind them, also where there are none or they were left out.
-// leave may move the children of its node elsewhere, and neither may touch other places of the tree. When
-// memory runs out in leave the walk ends: a node that could not be made leads astray.
+// Visits every node below `root` in document order, without recursion: enter(node) says whether to go into an
+// element, and then leave(node) comes behind its children, also where there are none. Both may append
+// children to the node that they are given, and neither may touch other places of the tree.
 template <class Enter, class Leave>
-void WalkTree(const NodeStore& nodes, Enter enter, Leave leave) noexcept {
-    NodeIndex node = nodes.FirstChild(kDocumentNode);
+void WalkTree(const NodeStore& nodes, NodeIndex root, Enter enter, Leave leave) noexcept {
+    NodeIndex node = nodes.FirstChild(root);
     while (node != kNoNode) {
-        const NodeIndex child = enter(node) ? nodes.FirstChild(node) : kNoNode;
-        if (child != kNoNode) {
-            node = child;
-            continue;
+        if (enter(node)) {
+            const NodeIndex child = nodes.FirstChild(node);
+            if (child != kNoNode) {
+                node = child;
+                continue;
+            }
+            leave(node);
         }
-        for (leave(node); !nodes.Failed() && nodes.NextSibling(node) == kNoNode; leave(node)) {
+        while (nodes.NextSibling(node) == kNoNode) {
             node = nodes.Parent(node);
-            if (node == kDocumentNode) return;
+            if (node == root) return;
+            leave(node);
         }
-        if (nodes.Failed()) return;
         node = nodes.NextSibling(node);
     }
 }

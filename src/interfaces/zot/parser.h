@@ -166,8 +166,8 @@ public:
     void GetSpans(std::vector<TextSpan>& spans) const;
 
     // Whether GetText gives nothing but HTML's white space, and something: the space between two tags. Costs
-    // less than to look at the text. False for other nodes.
-    bool IsSpace() const noexcept;
+    // nothing. False for other nodes.
+    bool IsSpace() const noexcept { return (word_ & kSpaceFlag) != 0; }
 
     // Replaces `value` by the value of the attribute `name` (ASCII, lower case) as UTF-8. Empty: no such
     // attribute, or no value.
@@ -182,6 +182,8 @@ private:
     friend class ZOT::RefCount<HtmlTreeNode>;  // Clang 14 wants the destructor even for a destroying delete
     HtmlTreeNode() noexcept = default;
     ~HtmlTreeNode() = default;
+
+    static constexpr unsigned int kSpaceFlag = 1u << 30;  // of the keyword word of a text
 
     unsigned int word_;
     unsigned int position_;
