@@ -82,7 +82,7 @@ void QuillTextExtractor::AdmitMainContent(const KStatistics& totals, const std::
     const WinnerSelection selection(*root_, totals, *first);
     AdmitWinners(selection, first);
     const double leastWords = static_cast<double>(totals.Words()) * fallbackRatio;
-    if (leastWords > static_cast<double>(CountWords())) AdmitWinners(selection, second);
+    if (Strategy() && leastWords > static_cast<double>(CountWords())) AdmitWinners(selection, second);
 }
 
 void QuillTextExtractor::InitParameters(const ZOT::SmartPtr<KRankParameters>& first,
@@ -93,7 +93,7 @@ void QuillTextExtractor::InitParameters(const ZOT::SmartPtr<KRankParameters>& fi
     fallbackRatio = kFallbackRatio;
 }
 
-// Without memory for the winners nothing is admitted.
+// Without memory for the winners nothing is admitted, and there is no strategy.
 void QuillTextExtractor::AdmitWinners(const WinnerSelection& selection,
                                       const ZOT::SmartPtr<KRankParameters>& parameters) {
     Strategy(ZOT::SmartPtr<QuillVisitorStrategy>());

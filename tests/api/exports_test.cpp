@@ -2,6 +2,7 @@
 
 #include <initializer_list>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -397,23 +398,61 @@ TEST_F(FromBrowser, RefusesNullPointers) {
     document->Release();
 }
 
+// Pages that are captured in every way: the body's markup, and a source in UTF-16, in bytes that nobody
+// knows, and in UTF-8, the first with the others in frames.
+std::vector<FakePage> CapturedPages() {
+    FakePage body;
+    body.body = u"tide and moon, tide and moon, tide and moon";
+    FakePage page = Saved(std::string("\xFF\xFE<\0p\0>\0t\0i\0d\0e\0", 16));
+    page.embedded = {{true, true, Saved("moon\x81\xFF")}, {true, true, Saved("<p>sun")}};
+    return {body, page};
+}
+
 TEST_F(FromBrowser, NothingIsThrownWhicheverNewFails) {
-    FakePage page;
-    page.body = u"tide and moon, tide and moon, tide and moon";
-    IHTMLDocument2* const document = world_.Document(page);
-    for (int n = 1;; ++n) {
-        HRESULT result;
-        bool happened;
-        {
-            const FailNthNew failing(n);
-            result = GetBeautifiedText(document, text_.Get());
-            happened = failing.Happened();
+    for (const FakePage& page : CapturedPages()) {
+        IHTMLDocument2* const document = world_.Document(page);
+        for (int n = 1;; ++n) {
+            HRESULT result;
+            bool happened;
+            {
+                const FailNthNew failing(n);
+                result = GetBeautifiedText(document, text_.Get());
+                happened = failing.Happened();
+            }
+            EXPECT_EQ(result, S_OK) << n;
+            if (!happened) break;
+            ASSERT_LT(n, 10000);
         }
-        EXPECT_EQ(result, S_OK) << n;
-        if (!happened) break;
-        ASSERT_LT(n, 10000);
+        EXPECT_EQ(Dump(text_).substr(0, 4), u"tide");
+        document->Release();
     }
-    document->Release();
+}
+
+TEST_F(FromBrowser, NothingIsLeftBehindWhicheverAllocationFails) {
+    for (const FakePage& page : CapturedPages()) {
+        IHTMLDocument2* const document = world_.Document(page);
+        for (unsigned int n = 1;; ++n) {
+            const unsigned int live = QuillNS::LiveAllocations();
+            SetString(text_, u"old");
+            HRESULT result;
+            bool happened;
+            {
+                const QuillNS::FailFromNthAllocation failing(n);
+                result = GetBeautifiedText(document, text_.Get());
+                happened = failing.Happened();
+            }
+            EXPECT_EQ(QuillNS::LiveAllocations(), live) << n;
+            const std::u16string text = Dump(text_);
+            if (result == S_OK) {
+                EXPECT_TRUE(text == u"" || text.starts_with(u"tide")) << n;
+            } else {
+                EXPECT_EQ(result, E_CHARSET_UNDETECTED) << n;
+                EXPECT_EQ(text, u"old") << n;
+            }
+            if (!happened) break;
+        }
+        document->Release();
+    }
 }
 
 }  // namespace

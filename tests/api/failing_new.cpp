@@ -1,11 +1,13 @@
 #include "api/failing_new.h"
 
+#include <atomic>
 #include <cstdlib>
 #include <new>
 
 namespace {
 
 int countdown = 0;  // 0 and below: nothing is to fail
+std::atomic<int> live{0};
 
 }  // namespace
 
@@ -19,9 +21,15 @@ bool FailNthNew::Happened() const {
     return countdown <= 0;
 }
 
+int LiveNews() {
+    return live;
+}
+
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     if (countdown > 0 && --countdown == 0) return nullptr;
-    return std::malloc(size == 0 ? 1 : size);
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (memory != nullptr) ++live;
+    return memory;
 }
 
 void* operator new(std::size_t size) {
@@ -30,8 +38,9 @@ void* operator new(std::size_t size) {
 }
 
 void operator delete(void* memory) noexcept {
+    if (memory != nullptr) --live;
     std::free(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }

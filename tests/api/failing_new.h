@@ -10,3 +10,6 @@ public:
 
     bool Happened() const;
 };
+
+// What `new` has handed out and `delete` has not taken back.
+int LiveNews();

@@ -1,42 +1,17 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <string_view>
 #include <quill/beautify.h>
 #include <quill/partitions.h>
 #include <zot/memory_buffer.h>
 
+#include "api/sample_pages.h"
 #include "failing_pool.h"
 
 namespace QuillNS {
 namespace {
 
-std::string Repeated(std::string_view piece, unsigned int count) {
-    std::string text;
-    for (; count != 0; --count) text += piece;
-    return text;
-}
-
-// Small pages that come by every kind of allocation.
-constexpr unsigned int kPages = 5;
-const std::string& Page(unsigned int number) {
-    static const std::string pages[kPages] = {
-        "<ul><li><a href=a>One</a><li><a href=b>Two</a></ul><h1>A heading</h1><pre>some\n text</pre>"
-        "<table><tr><td rowspan=2>left<td>Many words in a table, more than "
-        "elsewhere.<tr><td><table><tr><td>and "
-        "in a table inside it</table></table><p>The end.",
-        // More text than the first buffers hold, more nodes than the first array, more items than a cell's
-        // room.
-        Repeated("<p>Words &amp; <b>more</b> words", 200) + "<table>" + Repeated("<tr><td>a<td>b", 40),
-        Repeated("<a href=x>link</a> ", 40),
-        "<table>foster<i>parent</table><select><selectedcontent></selectedcontent><option>x<b>y</select>"
-        "<template><p>left out</template><body class=a><b><p>mis</b>nested<svg><a>x</svg>",
-        Repeated("<div><p>Blocks of words that are content.</p></div>", 30) + "<nav>clutter</nav>",
-    };
-    return pages[number];
-}
-
-ZOTFile::MemoryBuffer Bytes(const std::string& page = Page(0)) {
+ZOTFile::MemoryBuffer Bytes(const std::string& page = SamplePages()[0]) {
     return {page.data(), static_cast<unsigned int>(page.size()), 0};
 }
 
@@ -72,11 +47,11 @@ class OutOfMemory : public ::testing::TestWithParam<Failing> {};
 INSTANTIATE_TEST_SUITE_P(Pool, OutOfMemory, ::testing::Values(Failing::kFromThenOn, Failing::kOnce));
 
 TEST_P(OutOfMemory, APageGivesNothingAndLeavesNothingBehind) {
-    for (unsigned int number = 0; number < kPages; ++number) {
+    for (std::size_t number = 0; number < SamplePages().size(); ++number) {
         for (const ZOT::CHARSET charset : {ZOT::kCharsetUtf8, ZOT::kCharsetNone, ZOT::kCharsetWindows1251}) {
             SCOPED_TRACE("page " + std::to_string(number) + " in " + std::to_string(charset));
             ExpectTextOrNothing(GetParam(), [&](std::u16string& text) {
-                auto bytes = Bytes(Page(number));
+                auto bytes = Bytes(SamplePages()[number]);
                 return Beautify(bytes, charset, text, nullptr, nullptr);
             });
         }
@@ -85,7 +60,7 @@ TEST_P(OutOfMemory, APageGivesNothingAndLeavesNothingBehind) {
 
 TEST_P(OutOfMemory, SoDoPartitions) {
     auto bytes = Bytes();
-    auto frame = Bytes(Page(1));
+    auto frame = Bytes(SamplePages()[1]);
     const HtmlDocPartitions child(ZOT::RefCount<ZOT::BinaryStream>(new ZOT::BinaryStream(&frame, false)),
                                   ZOT::kCharsetUtf8, HtmlDocPartitions::HtmlContent);
     HtmlDocPartitions page(ZOT::RefCount<ZOT::BinaryStream>(new ZOT::BinaryStream(&bytes, false)),
