@@ -54,6 +54,28 @@ TEST(MemoryPool, GivesAlignedBlocksThatDoNotOverlap) {
     MemoryPool::Delete(nullptr);
 }
 
+// From a few bytes to more than a thread keeps, and down again; on a thread that keeps nothing yet and on one
+// that does.
+TEST(MemoryPool, ReallocatedMemoryKeepsItsBytes) {
+    for (int round = 0; round < 2; ++round) {
+        std::size_t size = 1;
+        auto* bytes = static_cast<unsigned char*>(ZOT::PoolReallocate(nullptr, 0, size));
+        bytes[0] = 0;
+        while (size < 40'000'000) {
+            const std::size_t larger = size + size / 2 + 7;
+            bytes = static_cast<unsigned char*>(ZOT::PoolReallocate(bytes, size, larger));
+            ASSERT_NE(bytes, nullptr);
+            for (std::size_t i = size; i < larger; ++i) bytes[i] = static_cast<unsigned char>(i % 251);
+            size = larger;
+        }
+        for (; size > 10; size /= 10) {
+            for (std::size_t i = 0; i < size; i += 97) ASSERT_EQ(bytes[i], i % 251) << size;
+            bytes = static_cast<unsigned char*>(ZOT::PoolReallocate(bytes, size / 10, size / 10));
+        }
+        ZOT::PoolFree(bytes);
+    }
+}
+
 TEST(MemoryPoolThread, BlocksMayBeFreedOnAnotherThread) {
     std::vector<Block> blocks;
     for (unsigned int round = 0; round < 6; ++round) {
@@ -67,7 +89,7 @@ TEST(MemoryPoolThread, BlocksMayBeFreedOnAnotherThread) {
     for (const Block& block : blocks) DeleteBlock(block);
 }
 
-// Enough of one class to make every list too long and to have whole chunks given back, over and over.
+// Enough to give back more than a thread keeps, over and over.
 TEST(MemoryPoolThread, SurvivesTidesOfOneSize) {
     for (int tide = 0; tide < 3; ++tide) {
         std::vector<Block> blocks;

@@ -2,6 +2,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <functional>
 #include <zot/memory_buffer.h>
 
 #include "copy_in_pieces.h"
@@ -59,25 +60,29 @@ MemoryBuffer::~MemoryBuffer() {
 
 unsigned int MemoryBuffer::vPut(const void* bytes, unsigned int count) {
     if (IsView() || count == 0 || count > kMostBytes - put_) return 0;
-    unsigned char* retired = nullptr;  // freed after the copy: `bytes` may stand in it
     const unsigned int end = put_ + count;
-    if ((owned_ == nullptr || end > capacity_) && !Grow(end, retired)) return 0;
+    if (owned_ == nullptr || end > capacity_) {
+        // `bytes` may stand in this very buffer.
+        const std::less<const void*> less;
+        const bool inside = owned_ != nullptr && !less(bytes, owned_) && less(bytes, owned_ + size_);
+        const std::ptrdiff_t place = inside ? static_cast<const unsigned char*>(bytes) - owned_ : 0;
+        if (!Grow(end)) return 0;
+        if (inside) bytes = owned_ + place;
+    }
     std::memmove(owned_ + put_, bytes, count);
-    ZOT::PoolFree(retired);
     put_ = end;
     size_ = std::max(size_, end);
     return count;
 }
 
 // Doubles, or takes exactly what is needed where memory does not suffice for more.
-bool MemoryBuffer::Grow(unsigned int needed, unsigned char*& retired) {
+bool MemoryBuffer::Grow(unsigned int needed) {
     unsigned int capacity = capacity_;
     while (capacity < needed) capacity = capacity > kMostBytes / 2 ? kMostBytes : 2 * capacity;
-    void* storage = ZOT::PoolAllocate(capacity);
-    if (storage == nullptr && capacity != needed) storage = ZOT::PoolAllocate(capacity = needed);
+    void* storage = ZOT::PoolReallocate(owned_, size_, capacity);
+    if (storage == nullptr && capacity != needed)
+        storage = ZOT::PoolReallocate(owned_, size_, capacity = needed);
     if (storage == nullptr) return false;
-    CopyInPieces(storage, owned_, size_);
-    retired = owned_;
     owned_ = static_cast<unsigned char*>(storage);
     data_ = owned_;
     capacity_ = capacity;

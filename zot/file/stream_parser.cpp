@@ -40,10 +40,8 @@ bool BinaryStreamParser::Reserve(unsigned int capacity, unsigned int padding) {
     if (capacity == size_ && size_ != 0) return false;  // the stream holds more than 32 bits can count
     const std::size_t total = std::size_t{capacity} + padding;
     if (total == 0) return true;
-    auto* const storage = static_cast<unsigned char*>(ZOT::PoolAllocate(total));
+    auto* const storage = static_cast<unsigned char*>(ZOT::PoolReallocate(data_, size_, total));
     if (storage == nullptr) return false;
-    if (size_ != 0) std::memcpy(storage, data_, size_);
-    ZOT::PoolFree(data_);
     data_ = storage;
     capacity_ = capacity;
     return true;

@@ -36,7 +36,7 @@ void CallNewHandler() {
 [[gnu::noinline]] void* AllocateSlowly(std::size_t size) {
     if (size == 0) return nullptr;
     if (size <= std::numeric_limits<unsigned int>::max()) {
-        void* const memory = ZOTMem::SlowNew(static_cast<unsigned int>(size));
+        void* const memory = ZOTMem::SlowNew(size);
         if (memory != nullptr) return memory;
     }
     CallNewHandler();
@@ -48,6 +48,17 @@ inline void* Allocate(std::size_t size) {
     return memory != nullptr ? memory : AllocateSlowly(size);
 }
 
+// Kept in 32 bits, like all sizes of the pool.
+void* Reallocate(void* memory, std::size_t used, std::size_t size) {
+    if (size == 0) return nullptr;
+    if (size <= std::numeric_limits<unsigned int>::max()) {
+        void* const moved = ZOTMem::SlowReallocate(memory, used, size);
+        if (moved != nullptr) return moved;
+    }
+    CallNewHandler();
+    return nullptr;
+}
+
 inline void Free(void* memory) {
     if (memory != nullptr) ZOTMem::PoolDelete(memory);
 }
@@ -56,6 +67,9 @@ inline void Free(void* memory) {
 
 void* PoolAllocate(std::size_t size) noexcept {
     return Allocate(size);
+}
+void* PoolReallocate(void* memory, std::size_t used, std::size_t size) noexcept {
+    return memory == nullptr ? Allocate(size) : Reallocate(memory, used, size);
 }
 void PoolFree(void* memory) noexcept {
     Free(memory);

@@ -11,4 +11,9 @@ void Observe(PoolObserver* observer) {
     SetSlow(observer != nullptr);
 }
 
+void ObserveDelete() {
+    PoolObserver* const observer = poolObserver.load(std::memory_order_relaxed);
+    if (observer != nullptr) observer->Took();
+}
+
 }  // namespace ZOTMem

@@ -22,4 +22,7 @@ void Observe(PoolObserver* observer);
 // For the pool; null when nobody looks on.
 extern constinit std::atomic<PoolObserver*> poolObserver;
 
+// Tells the observer, if there is one, that an object was given back.
+void ObserveDelete();
+
 }  // namespace ZOTMem

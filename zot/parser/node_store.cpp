@@ -44,10 +44,8 @@ ZOT::RefCount<Node> NodeStore::HandOut() noexcept {
 bool NodeStore::Grow() noexcept {
     const std::size_t capacity = capacity_ == 0 ? size_ / 32 + 64 : 2 * static_cast<std::size_t>(capacity_);
     if (capacity > 0xFFFFFFFFu) return Fail();
-    void* const memory = ZOT::PoolAllocate(capacity * sizeof(Node));
+    void* const memory = ZOT::PoolReallocate(nodes_, count_ * sizeof(Node), capacity * sizeof(Node));
     if (memory == nullptr) return Fail();
-    if (nodes_ != nullptr) std::memcpy(memory, static_cast<const void*>(nodes_), count_ * sizeof(Node));
-    ZOT::PoolFree(nodes_);
     nodes_ = static_cast<Node*>(memory);
     capacity_ = static_cast<unsigned int>(capacity);
     return true;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstring>
 #include <type_traits>
 #include <zot/memory.h>
 
@@ -68,11 +67,9 @@ private:
 
     bool Reallocate(std::size_t capacity) {
         if (capacity > static_cast<std::size_t>(-1) / sizeof(T)) return false;
-        T* const storage = static_cast<T*>(PoolAllocate(capacity * sizeof(T)));
-        if (storage == nullptr) return false;
         const std::size_t size = Size();
-        if (size != 0) std::memcpy(storage, begin_, size * sizeof(T));
-        PoolFree(begin_);
+        T* const storage = static_cast<T*>(PoolReallocate(begin_, size * sizeof(T), capacity * sizeof(T)));
+        if (storage == nullptr) return false;
         begin_ = storage;
         end_ = storage + size;
         limit_ = storage + capacity;

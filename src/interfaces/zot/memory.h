@@ -36,8 +36,11 @@ public:
     static void operator delete(void*, void*) noexcept {}
 };
 
-// Raw bytes under the rules of PoolObject.
+// Raw bytes under the rules of PoolObject. PoolReallocate gives `size` bytes that begin with the first `used`
+// of `memory` (null: there are none), which is then given back; a null result leaves `memory` as it was.
+// Large memory is moved without being copied where the platform can.
 QUILL_API void* PoolAllocate(std::size_t size) noexcept;
+QUILL_API void* PoolReallocate(void* memory, std::size_t used, std::size_t size) noexcept;
 QUILL_API void PoolFree(void* memory) noexcept;
 
 }  // namespace ZOT

@@ -38,7 +38,7 @@ public:
 
 private:
     bool IsView() const noexcept { return first_capacity_ == 0; }
-    bool Grow(unsigned int needed, unsigned char*& retired);
+    bool Grow(unsigned int needed);
 
     unsigned char* owned_ = nullptr;  // null until the first write, and for a view
     const unsigned char* data_ = nullptr;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstring>
 #include <memory>
 #include <new>
 
@@ -23,12 +22,10 @@ template <class T, class Handle>
 bool RefCountVector<T, Handle>::Reserve(std::size_t capacity) {
     if (capacity < Capacity() || capacity == 0) return true;
     if (capacity > static_cast<std::size_t>(-1) / sizeof(Handle)) return false;
-    auto* const slots = static_cast<Handle*>(PoolAllocate(capacity * sizeof(Handle)));
-    if (slots == nullptr) return false;
     const std::size_t size = Size();
-    if (size != 0)
-        std::memcpy(static_cast<void*>(slots), static_cast<const void*>(begin_), size * sizeof(Handle));
-    PoolFree(begin_);
+    auto* const slots =
+        static_cast<Handle*>(PoolReallocate(begin_, size * sizeof(Handle), capacity * sizeof(Handle)));
+    if (slots == nullptr) return false;
     begin_ = slots;
     end_ = slots + size;
     limit_ = slots + capacity;

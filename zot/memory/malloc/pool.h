@@ -17,18 +17,27 @@ inline void* FastNew(std::size_t) {
     return nullptr;
 }
 
-inline void* SlowNew(unsigned int size) {
+inline void* SlowNew(std::size_t size) {
     PoolObserver* const observer = poolObserver.load(std::memory_order_relaxed);
     if (observer != nullptr && !observer->Grant()) [[unlikely]]
         return nullptr;
     return std::malloc(size);
 }
 
+// `memory`, which is not null, as `size` bytes; null when memory runs out.
+inline void* SlowReallocate(void* memory, std::size_t, std::size_t size) {
+    PoolObserver* const observer = poolObserver.load(std::memory_order_relaxed);
+    if (observer != nullptr && !observer->Grant()) [[unlikely]]
+        return nullptr;
+    void* const moved = std::realloc(memory, size);
+    if (observer != nullptr && moved != nullptr) [[unlikely]]
+        observer->Took();
+    return moved;
+}
+
 // `memory` is not null.
 inline void PoolDelete(void* memory) {
-    PoolObserver* const observer = poolObserver.load(std::memory_order_relaxed);
-    if (observer != nullptr) [[unlikely]]
-        observer->Took();
+    ObserveDelete();
     std::free(memory);
 }
 

@@ -1,0 +1,64 @@
+#include <cstdint>
+
+#include <sys/mman.h>
+
+#include "spans.h"
+
+namespace ZOTMem {
+
+namespace {
+
+constexpr std::size_t kHugePage = 2 * 1024 * 1024;
+
+void* Map(std::size_t bytes, int protection) {
+    void* const memory = mmap(nullptr, bytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return memory == MAP_FAILED ? nullptr : memory;
+}
+
+// The system puts mappings side by side, so that where one is aligned the next one mostly is.
+char* MapAligned(std::size_t bytes, std::size_t alignment, int protection) {
+    auto* memory = static_cast<char*>(Map(bytes, protection));
+    if (memory == nullptr || reinterpret_cast<std::uintptr_t>(memory) % alignment == 0) return memory;
+    munmap(memory, bytes);
+    memory = static_cast<char*>(Map(bytes + alignment, protection));
+    if (memory == nullptr) return nullptr;
+    const std::size_t before = alignment - reinterpret_cast<std::uintptr_t>(memory) % alignment;
+    munmap(memory, before);
+    if (before != alignment) munmap(memory + before + bytes, alignment - before);
+    return memory + before;
+}
+
+std::size_t AlignmentOf(std::size_t bytes) {
+    return bytes >= 2 * kHugePage ? kHugePage : kChunkBytes;
+}
+
+// Advice that is not taken does no harm.
+void AdviseHugePages(void* span, std::size_t bytes) {
+    if (bytes >= 2 * kHugePage) madvise(span, bytes, MADV_HUGEPAGE);
+}
+
+}  // namespace
+
+void* MapSpan(std::size_t bytes) noexcept {
+    char* const span = MapAligned(bytes, AlignmentOf(bytes), PROT_READ | PROT_WRITE);
+    if (span != nullptr) AdviseHugePages(span, bytes);
+    return span;
+}
+
+void UnmapSpan(void* span, std::size_t bytes) noexcept {
+    munmap(span, bytes);
+}
+
+void* MoveSpan(void* span, std::size_t from, std::size_t bytes) noexcept {
+    char* const place = MapAligned(bytes, AlignmentOf(bytes), PROT_NONE);
+    if (place == nullptr) return nullptr;
+    void* const moved = mremap(span, from, bytes, MREMAP_MAYMOVE | MREMAP_FIXED, place);
+    if (moved == MAP_FAILED) {
+        munmap(place, bytes);
+        return nullptr;
+    }
+    AdviseHugePages(moved, bytes);
+    return moved;
+}
+
+}  // namespace ZOTMem
