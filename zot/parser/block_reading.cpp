@@ -2,7 +2,6 @@
 
 #include <cstdint>
 
-#include "line_ends.h"
 #include "text_structure.h"
 
 namespace ZOTParser {
@@ -71,12 +70,10 @@ public:
             LeaveOut();
             if (kind_.isMainAlone) ReadAlone(page_.blocks[page_.main].element);
         }
-        MakeTables();
+        ReadEachBlock();
         if (!kind_.hasProse && !kind_.isLinksAlone) {
             for (const NodeIndex card : page_.cards) nodes_.ClearLink(card);
         }
-        KeepLines(nodes_, page_);
-        EndLines(nodes_, page_);
         for (const NodeIndex element : beside_) EndLineBefore(nodes_, element);
         return !failed_ && !nodes_.Failed();
     }
@@ -133,17 +130,37 @@ private:
         }
     }
 
-    void MakeTables() noexcept {
-        for (unsigned int index = 1; index < page_.blocks.Size() && !nodes_.Failed();) {
+    // In document order: what stands before a block, and around it, has its role.
+    void ReadEachBlock() noexcept {
+        for (unsigned int index = 1; index < page_.blocks.Size();) {
             const Block& block = page_.blocks[index];
-            if (nodes_.IsLeftOut(block.element)) {
-                index = block.end;
-                continue;
-            }
-            const bool isLayout = nodes_[block.element].Keyword() == kKeywordBlock &&
-                                  IsLayoutBlock(nodes_.TagOf(block.element));
-            if (isLayout && block.bytes.all != 0) MakeTable(block.element);
-            ++index;
+            ReadBlock(index, block);
+            index = nodes_.IsLeftOut(block.element) ? block.end : index + 1;
+        }
+    }
+
+    void ReadBlock(unsigned int index, const Block& block) noexcept {
+        switch (nodes_[block.element].Keyword()) {
+            case kKeywordBlock:
+                if (block.bytes.all == 0 || !IsLayoutBlock(nodes_.TagOf(block.element))) break;
+                MakeTable(block.element);
+                EndLineBefore(nodes_, block.element);
+                break;
+            case kKeywordTable:
+                if (block.isData) {
+                    MakeLines(nodes_, block.element);
+                } else {
+                    EndLineBefore(nodes_, block.element);
+                }
+                break;
+            case kKeywordPreformatted:
+                if (index < preformattedEnd_) break;
+                KeepPreformatted(nodes_, block.element);
+                preformattedEnd_ = block.end;
+                break;
+            case kKeywordLegend:
+            case kKeywordClutter: EndLineBefore(nodes_, block.element); break;
+            default: break;
         }
     }
 
@@ -158,6 +175,7 @@ private:
     const PageOutline& page_;
     const PageKind kind_;
     ZOT::FastVector<NodeIndex> beside_;  // what is left out beside the main element, blocks or not
+    unsigned int preformattedEnd_ = 0;   // behind the last block inside the last preformatted one
     bool failed_ = false;
 };
 

@@ -7,6 +7,9 @@
 namespace ZOTParser {
 namespace {
 
+// Most pages have a block for more nodes than these.
+constexpr unsigned int kNodesForBlock = 3;
+
 // Prose is a run of text between two block borders that is as long as a sentence, is not mostly link, and has
 // the end of a sentence in the longest of its texts. Lists of links, captions and prices are none.
 constexpr unsigned int kSentence = 60;  // bytes: ten words
@@ -43,6 +46,7 @@ public:
         : nodes_(nodes), roles_(roles), page_(page) {}
 
     bool Start() noexcept {
+        if (!page_.blocks.Reserve(nodes_.End() / kNodesForBlock + 1)) return false;
         Open(kDocumentNode, Description::kNone);
         return !failed_;
     }
@@ -68,7 +72,7 @@ public:
 
     void Leave(NodeIndex node) noexcept {
         if (node == link_) LeaveLink();
-        if (node == page_.blocks[open_].element) LeaveBlock(node);
+        if (node == openElement_) LeaveBlock(node);
     }
 
     bool Finish() noexcept {
@@ -125,6 +129,7 @@ private:
             failed_ = true;
             return open_;
         }
+        openElement_ = node;
         return open_ = index;
     }
 
@@ -134,6 +139,7 @@ private:
         block.end = static_cast<unsigned int>(page_.blocks.Size());
         block.bytes = bytes_ - block.bytes;
         open_ = block.around;
+        openElement_ = page_.blocks[open_].element;
         return index;
     }
 
@@ -227,8 +233,9 @@ private:
     const TableRoles& roles_;
     PageOutline& page_;
     bool failed_ = false;
-    TextBytes bytes_;  // so far
-    unsigned int open_ = 0;
+    TextBytes bytes_;        // so far
+    unsigned int open_ = 0;  // the innermost open block
+    NodeIndex openElement_ = kDocumentNode;
     // The outermost open block of each kind.
     unsigned int leftOut_ = 0;
     unsigned int hidden_ = 0;

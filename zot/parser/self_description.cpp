@@ -8,17 +8,6 @@ namespace {
 constexpr std::string_view kRolesAround[] = {"navigation", "contentinfo", "complementary",
                                              "search",     "dialog",      "banner"};
 
-Description DescriptionOf(Tag tag) noexcept {
-    switch (tag) {
-        case Tag::kNav:
-        case Tag::kAside:
-        case Tag::kFooter: return Description::kAround;
-        case Tag::kMain: return Description::kMain;
-        case Tag::kNoscript: return Description::kWithoutScripts;
-        default: return Description::kNone;
-    }
-}
-
 // An element that may be there in several copies is not the main one.
 Description DescriptionOfRole(Span role, Tag tag) noexcept {
     const bool isCopied = (FlagsOf(tag, Namespace::kHtml) & kFormatting) != 0;
@@ -29,21 +18,23 @@ Description DescriptionOfRole(Span role, Tag tag) noexcept {
     return Description::kNone;
 }
 
-// Whether `property` stands before the colon at `colon`, and `value` behind it.
-bool IsDeclaration(Span style, const char* colon, std::string_view property,
-                   std::string_view value) noexcept {
-    if (!StartsWithIgnoringCase(SkipHtmlSpace(colon + 1, style.last), style.last, value)) return false;
-    while (colon > style.first && IsHtmlSpace(colon[-1])) --colon;
-    const auto length = static_cast<std::ptrdiff_t>(property.size());
-    return colon - style.first >= length && StartsWithIgnoringCase(colon - length, colon, property);
+// Whether the style ends in `property`, but for white space.
+bool EndsInProperty(Span style, std::string_view property) noexcept {
+    while (style.first < style.last && IsHtmlSpace(style.last[-1])) --style.last;
+    return style.Size() >= property.size() &&
+           StartsWithIgnoringCase(style.last - property.size(), style.last, property);
 }
 
 // Whether the style keeps the element from being shown.
 bool HidesByStyle(Span style) noexcept {
-    for (const char* at = FindByte(style.first, style.last, ':'); at < style.last;
-         at = FindByte(at + 1, style.last, ':')) {
-        if (IsDeclaration(style, at, "display", "none") || IsDeclaration(style, at, "visibility", "hidden"))
+    const char* const last = style.last;
+    for (const char* colon = FindByte(style.first, last, ':'); colon < last;) {
+        const char* const value = SkipHtmlSpace(colon + 1, last);
+        const Span before{style.first, colon};
+        if (StartsWithIgnoringCase(value, last, "none") && EndsInProperty(before, "display")) return true;
+        if (StartsWithIgnoringCase(value, last, "hidden") && EndsInProperty(before, "visibility"))
             return true;
+        colon = FindByte(value, last, ':');
     }
     return false;
 }
@@ -58,10 +49,8 @@ bool Hides(const Attribute& attribute, Tag tag) noexcept {
 
 }  // namespace
 
-Description DescriptionOf(const NodeStore& nodes, NodeIndex element) noexcept {
-    if (nodes.NamespaceOf(element) != Namespace::kHtml) return Description::kNone;
+Description DescriptionByAttributes(const NodeStore& nodes, NodeIndex element) noexcept {
     Description description = DescriptionOf(nodes.TagOf(element));
-    if (!nodes.HasAttributeBit(element, kDescribesItself)) return description;
     if (const unsigned int note = nodes.Note(element)) return static_cast<Description>(note - 1);
     nodes.VisitAttributes(nodes[element], [&](const Attribute& attribute) {
         if (Hides(attribute, nodes.TagOf(element))) {

@@ -13,9 +13,28 @@ enum class Description {
     kWithoutScripts,  // kept for browsers without scripts
 };
 
+// What the tag alone says.
+inline Description DescriptionOf(Tag tag) noexcept {
+    switch (tag) {
+        case Tag::kNav:
+        case Tag::kAside:
+        case Tag::kFooter: return Description::kAround;
+        case Tag::kMain: return Description::kMain;
+        case Tag::kNoscript: return Description::kWithoutScripts;
+        default: return Description::kNone;
+    }
+}
+
+// The same with the element's attributes, one of which is of those that kDescribesItself stands for.
+Description DescriptionByAttributes(const NodeStore& nodes, NodeIndex element) noexcept;
+
 // https://www.w3.org/TR/html-aam-1.0/#html-element-role-mappings
 // https://www.w3.org/TR/wai-aria-1.2/#landmark_roles
-Description DescriptionOf(const NodeStore& nodes, NodeIndex element) noexcept;
+inline Description DescriptionOf(const NodeStore& nodes, NodeIndex element) noexcept {
+    if (nodes.NamespaceOf(element) != Namespace::kHtml) return Description::kNone;
+    return nodes.HasAttributeBit(element, kDescribesItself) ? DescriptionByAttributes(nodes, element)
+                                                            : DescriptionOf(nodes.TagOf(element));
+}
 
 // Has a formatting element remember what it says, and with it the clones that are made of it afterwards: each
 // of them would read the same tag again, which may be as long as the page.

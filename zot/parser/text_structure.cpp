@@ -35,21 +35,6 @@ void MakeLine(NodeStore& nodes, NodeIndex row) noexcept {
     }
 }
 
-void MakeLines(NodeStore& nodes, NodeIndex table) noexcept {
-    nodes.ChangeRole(table, kKeywordBlock);
-    for (NodeIndex child = nodes.FirstChild(table); child != kNoNode; child = nodes.NextSibling(child)) {
-        if (!IsTablePart(nodes.TagOf(child)) || nodes.IsLeftOut(child)) continue;
-        if (nodes.TagOf(child) == Tag::kTr) {
-            MakeLine(nodes, child);
-            continue;
-        }
-        nodes.ChangeRole(child, kKeywordInline);
-        for (NodeIndex row = nodes.FirstChild(child); row != kNoNode; row = nodes.NextSibling(row)) {
-            if (nodes.TagOf(row) == Tag::kTr && !nodes.IsLeftOut(row)) MakeLine(nodes, row);
-        }
-    }
-}
-
 // Removes the texts of white space alone that the element ends with: a paragraph behind it would take the
 // line break of such a text away. Returns whether nothing is left. Calls itself once per level of nesting.
 bool DropLastSpace(NodeStore& nodes, NodeIndex element) noexcept {
@@ -67,6 +52,33 @@ bool DropLastSpace(NodeStore& nodes, NodeIndex element) noexcept {
     return true;
 }
 
+// Whether an element of that role goes on with the line that it stands in.
+bool IsWithinLine(unsigned int keyword) noexcept {
+    return keyword == kKeywordInline || keyword == kKeywordAnchor || keyword == kKeywordPreformatted;
+}
+
+// Whether there is text before the node on its line. Goes back from node to node, and no further than to the
+// last one that ends a line, so that all calls together take a step or two for each node of the page.
+bool HasTextBefore(const NodeStore& nodes, NodeIndex node) noexcept {
+    for (;;) {
+        const NodeIndex previous = nodes.PreviousSibling(node);
+        if (previous == kNoNode) {
+            node = nodes.Parent(node);
+            if (node <= kDocumentNode || !IsWithinLine(nodes[node].Keyword())) return false;
+            continue;
+        }
+        node = previous;
+        while (IsWithinLine(nodes[node].Keyword()) && nodes.LastChild(node) != kNoNode) {
+            node = nodes.LastChild(node);
+        }
+        const unsigned int keyword = nodes[node].Keyword();
+        if (keyword == kKeywordText && !nodes[node].IsSpace()) return true;
+        if (keyword != kKeywordText && keyword != kKeywordSkipped && !IsWithinLine(keyword)) return false;
+    }
+}
+
+}  // namespace
+
 void KeepPreformatted(NodeStore& nodes, NodeIndex element) noexcept {
     if (nodes.FirstChild(element) == kNoNode) return;
     WalkTree(
@@ -81,23 +93,23 @@ void KeepPreformatted(NodeStore& nodes, NodeIndex element) noexcept {
     nodes.AppendBreak(element);
 }
 
-}  // namespace
-
-void KeepLines(NodeStore& nodes, const PageOutline& page) noexcept {
-    unsigned int preformattedEnd = 0;  // behind the last block inside preformatted text
-    for (unsigned int index = 1; index < page.blocks.Size() && !nodes.Failed();) {
-        const Block& block = page.blocks[index];
-        if (nodes.IsLeftOut(block.element)) {
-            index = block.end;
+void MakeLines(NodeStore& nodes, NodeIndex table) noexcept {
+    nodes.ChangeRole(table, kKeywordBlock);
+    for (NodeIndex child = nodes.FirstChild(table); child != kNoNode; child = nodes.NextSibling(child)) {
+        if (!IsTablePart(nodes.TagOf(child)) || nodes.IsLeftOut(child)) continue;
+        if (nodes.TagOf(child) == Tag::kTr) {
+            MakeLine(nodes, child);
             continue;
         }
-        if (nodes[block.element].Keyword() == kKeywordPreformatted && index >= preformattedEnd) {
-            KeepPreformatted(nodes, block.element);
-            preformattedEnd = block.end;
+        nodes.ChangeRole(child, kKeywordInline);
+        for (NodeIndex row = nodes.FirstChild(child); row != kNoNode; row = nodes.NextSibling(row)) {
+            if (nodes.TagOf(row) == Tag::kTr && !nodes.IsLeftOut(row)) MakeLine(nodes, row);
         }
-        if (block.isData) MakeLines(nodes, block.element);
-        ++index;
     }
+}
+
+void EndLineBefore(NodeStore& nodes, NodeIndex element) noexcept {
+    if (HasTextBefore(nodes, element)) nodes.InsertBreak(element);
 }
 
 }  // namespace ZOTParser
