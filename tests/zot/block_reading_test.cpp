@@ -114,6 +114,31 @@ TEST(BlockReading, LeavesOutShortFormsBesideProse) {
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
+TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<div><p>PROSE<div>PROSE</div></div>", R"(table(row(cell(paragraph(PROSE break) block(PROSE)))))"},
+        {"<div><p>PROSE<div>PROSE<section>PROSE</section></div></div>",
+         R"(table(row(cell(paragraph(PROSE break) table(row(cell(PROSE break table(row(cell(PROSE))))))))))"},
+        {"<div><p>PROSE<p>PROSE<div>PROSE<section>PROSE</section></div></div>",
+         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) block(PROSE block(PROSE))))))"},
+        // Without prose, of links, or beside the story.
+        {"<div><p>PROSE<div>a</div></div>",
+         R"(table(row(cell(paragraph(PROSE break) table(row(cell("a")))))))"},
+        {"<div><p>PROSE<p>PROSE<div>a<a href=x>PROSE</a></div></div>",
+         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) table(row(cell("a" anchor*(PROSE))))))))"},
+        {"<div><p>PROSE<p>PROSE</div><div>PROSE</div>",
+         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break)))) table(row(cell(PROSE))))"},
+        // Within what is no part of it nothing is.
+        {"<div><p>PROSE<p>PROSE<div><ul><li>PROSE<li>PROSE</ul><div>PROSE</div></div></div>",
+         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) table(row(cell(list(item(PROSE) item(PROSE) break) table(row(cell(PROSE))))))))))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
 TEST(BlockReading, OpensAPageThatWaitsForAScript) {
     struct Case {
         const char* html;

@@ -22,6 +22,11 @@ constexpr std::uint64_t kLeastProseShare = 10;  // of a hundred bytes shown
 // written.
 constexpr std::uint64_t kMostBesideLinks = 2;
 
+// What stands in the story and belongs to it: one byte in so many is prose, and no more than one in so many
+// stands in links.
+constexpr std::uint64_t kStoryProse = 2;
+constexpr std::uint64_t kStoryLinks = 3;
+
 // A form with less text than this, some thirty words, is there to search, to log in or to subscribe.
 constexpr unsigned int kFilledInForm = 180;  // bytes
 
@@ -43,20 +48,6 @@ struct PageKind {
         isLinksAlone = isAtLeast(shown.linked, 100 - kMostBesideLinks);
     }
 };
-
-bool IsLayoutBlock(Tag tag) noexcept {
-    switch (tag) {
-        case Tag::kDiv:
-        case Tag::kSection:
-        case Tag::kArticle:
-        case Tag::kMain:
-        case Tag::kHeader:
-        case Tag::kFooter:
-        case Tag::kNav:
-        case Tag::kAside: return true;
-        default: return false;
-    }
-}
 
 class BlockReading {
 public:
@@ -143,6 +134,7 @@ private:
         switch (nodes_[block.element].Keyword()) {
             case kKeywordBlock:
                 if (block.bytes.all == 0 || !IsLayoutBlock(nodes_.TagOf(block.element))) break;
+                if (ContinuesStory(index)) break;
                 MakeTable(block.element);
                 EndLineBefore(nodes_, block.element);
                 break;
@@ -164,6 +156,22 @@ private:
         }
     }
 
+    // Whether the block, one after the other in document order, stands among the paragraphs of the story and
+    // reads like them, as do those around it: it is no part of the layout then, but of the article.
+    bool ContinuesStory(unsigned int index) noexcept {
+        const Block& story = page_.blocks[page_.story];
+        const Block& block = page_.blocks[index];
+        if (page_.story == 0 || index <= page_.story || index >= story.end || index < besideStoryEnd_)
+            return false;
+        const unsigned int shown = block.bytes.Shown();
+        if (shown <= story.ownProse && std::uint64_t{block.bytes.prose} * kStoryProse >= shown &&
+            std::uint64_t{block.bytes.linked} * kStoryLinks <= shown) {
+            return true;
+        }
+        besideStoryEnd_ = block.end;
+        return false;
+    }
+
     // The element's children move into a cell in a row of its own.
     void MakeTable(NodeIndex element) noexcept {
         nodes_.ChangeRole(element, kKeywordTable);
@@ -174,6 +182,7 @@ private:
     NodeStore& nodes_;
     const PageOutline& page_;
     const PageKind kind_;
+    unsigned int besideStoryEnd_ = 0;  // behind the last block of what stands in the story and is none of it
     ZOT::FastVector<NodeIndex> beside_;  // what is left out beside the main element, blocks or not
     unsigned int preformattedEnd_ = 0;   // behind the last block inside the last preformatted one
     bool failed_ = false;

@@ -125,7 +125,7 @@ private:
     // From here to the closing the bytes are those before the block.
     unsigned int Open(NodeIndex node, Description description) noexcept {
         const auto index = static_cast<unsigned int>(page_.blocks.Size());
-        if (!page_.blocks.Append({node, open_, index + 1, description, false, bytes_})) {
+        if (!page_.blocks.Append({node, open_, index + 1, description, false, 0, bytes_})) {
             failed_ = true;
             return open_;
         }
@@ -212,10 +212,25 @@ private:
         if (run == 0) return;
         if (run >= kSentence && (bytes_.linked - beforeRun_.linked) * kLinkPart < run) {
             const char* const longest = nodes_.Source() + longestPosition_;
-            if (HasSentenceEnd(longest, longest + longest_)) bytes_.prose += run;
+            if (HasSentenceEnd(longest, longest + longest_)) AddProse(run);
         }
         beforeRun_ = bytes_;
         longest_ = 0;
+    }
+
+    void AddProse(unsigned int size) noexcept {
+        bytes_.prose += size;
+        if (leftOut_ != 0) return;
+        unsigned int frame = open_;
+        while (!IsFrame(page_.blocks[frame].element)) frame = page_.blocks[frame].around;
+        page_.blocks[frame].ownProse += size;
+        if (page_.blocks[frame].ownProse > page_.blocks[page_.story].ownProse) page_.story = frame;
+    }
+
+    bool IsFrame(NodeIndex element) const noexcept {
+        const unsigned int keyword = nodes_[element].Keyword();
+        return element == kDocumentNode || keyword == kKeywordCell || keyword == kKeywordHeaderCell ||
+               IsLayoutBlock(nodes_.TagOf(element));
     }
 
     void GiveRolesBelow(NodeIndex root) noexcept {

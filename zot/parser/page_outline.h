@@ -37,9 +37,25 @@ struct Block {
     unsigned int around;  // the block that it stands in; 0: the page
     unsigned int end;     // behind the last block that stands in it
     Description description;
-    bool isData;      // a table whose rows read as lines
-    TextBytes bytes;  // of the text in it
+    bool isData;            // a table whose rows read as lines
+    unsigned int ownProse;  // bytes of prose in it that no frame in it holds
+    TextBytes bytes;        // of the text in it
 };
+
+// Whether elements of that tag are there to lay out a page.
+constexpr bool IsLayoutBlock(Tag tag) noexcept {
+    switch (tag) {
+        case Tag::kDiv:
+        case Tag::kSection:
+        case Tag::kArticle:
+        case Tag::kMain:
+        case Tag::kHeader:
+        case Tag::kFooter:
+        case Tag::kNav:
+        case Tag::kAside: return true;
+        default: return false;
+    }
+}
 
 // What decides about a page, gathered in the one walk that gives the elements their roles: its blocks in
 // document order, and what it says about itself. The blocks inside block `i` are those from `i + 1` to
@@ -51,6 +67,9 @@ struct PageOutline {
     // The one block that is the main content by its own account; 0 when there is none, or several that do not
     // stand inside one another.
     unsigned int main = 0;
+    // The frame (a layout block, a table cell, or the page) with most prose of its own: where an article has
+    // its paragraphs. 0 also when there is no prose.
+    unsigned int story = 0;
     TextBytes leftOut;         // in blocks that are not content by their own account
     TextBytes withoutScripts;  // of that, kept for browsers without scripts
     unsigned int locked = 0;   // of that, the same or hidden: all bytes
