@@ -9,7 +9,7 @@
 
 namespace QuillNS {
 
-class KStatistics;
+class RankedTree;
 class WinnerSelection;
 
 // Writes the main content of a content tree as UTF-16 text, low byte first.
@@ -61,13 +61,14 @@ private:
 
     friend void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, DocumentType* type);
 
-    // Ranks with totals that were gathered already: those of the whole tree.
-    QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,
+    // `tree` is that of `root`.
+    QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const RankedTree& tree,
                        const std::vector<double>* tuning);
 
     void AdmitEverything();
-    void AdmitMainContent(const KStatistics& totals, const std::vector<double>* tuning);
-    void AdmitWinners(const WinnerSelection& selection, const ZOT::SmartPtr<KRankParameters>& parameters);
+    void AdmitMainContent(const RankedTree& tree, const std::vector<double>* tuning);
+    unsigned int AdmitWinners(const WinnerSelection& selection,
+                              const ZOT::SmartPtr<KRankParameters>& parameters);
     void EnsureLineBreak();
 
     ZOT::SmartPtr<KTable> root_;

@@ -32,12 +32,11 @@ bool IsLinkPage(const KStatistics& totals) {
 }  // namespace
 
 void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, DocumentType* type) {
-    KStatistics totals;
-    root->Statistics(totals, kAllLevels);
-    const bool linkPage = IsLinkPage(totals);
+    const RankedTree tree(*root);
+    const bool linkPage = IsLinkPage(tree.Totals());
     *type = linkPage ? LinkPage : ContentPage;
     if (linkPage) return QuillTextExtractor(root, true, nullptr).GetText(out);
-    QuillTextExtractor(root, totals, nullptr).GetText(out);
+    QuillTextExtractor(root, tree, nullptr).GetText(out);
 }
 
 QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, bool linkPage,
@@ -47,15 +46,13 @@ QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, bool l
         AdmitEverything();
         return;
     }
-    KStatistics totals;
-    root->Statistics(totals, kAllLevels);
-    AdmitMainContent(totals, tuning);
+    AdmitMainContent(RankedTree(*root), tuning);
 }
 
-QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,
+QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const RankedTree& tree,
                                        const std::vector<double>* tuning)
     : root_(root) {
-    AdmitMainContent(totals, tuning);
+    AdmitMainContent(tree, tuning);
 }
 
 QuillTextExtractor::~QuillTextExtractor() = default;
@@ -65,7 +62,7 @@ void QuillTextExtractor::AdmitEverything() {
 }
 
 // Both parameter sets have the same weights, so the tables are ranked once for both.
-void QuillTextExtractor::AdmitMainContent(const KStatistics& totals, const std::vector<double>* tuning) {
+void QuillTextExtractor::AdmitMainContent(const RankedTree& tree, const std::vector<double>* tuning) {
     const ZOT::SmartPtr<KRankParameters> first(new KRankParameters, true);
     const ZOT::SmartPtr<KRankParameters> second(new KRankParameters, true);
     if (!first || !second) return;
@@ -79,10 +76,11 @@ void QuillTextExtractor::AdmitMainContent(const KStatistics& totals, const std::
         fallbackRatio = value[8];
     }
 
-    const WinnerSelection selection(*root_, totals, *first);
-    AdmitWinners(selection, first);
-    const double leastWords = static_cast<double>(totals.Words()) * fallbackRatio;
-    if (Strategy() && leastWords > static_cast<double>(CountWords())) AdmitWinners(selection, second);
+    const WinnerSelection selection(tree, tree.Totals(), *first);
+    unsigned int words = AdmitWinners(selection, first);
+    if (tree.HasCaptions()) words = CountWords();  // what stands in them counts as well
+    const double leastWords = static_cast<double>(tree.Totals().Words()) * fallbackRatio;
+    if (Strategy() && leastWords > static_cast<double>(words)) AdmitWinners(selection, second);
 }
 
 void QuillTextExtractor::InitParameters(const ZOT::SmartPtr<KRankParameters>& first,
@@ -93,14 +91,16 @@ void QuillTextExtractor::InitParameters(const ZOT::SmartPtr<KRankParameters>& fi
     fallbackRatio = kFallbackRatio;
 }
 
-// Without memory for the winners nothing is admitted, and there is no strategy.
-void QuillTextExtractor::AdmitWinners(const WinnerSelection& selection,
-                                      const ZOT::SmartPtr<KRankParameters>& parameters) {
+// Returns the words that are admitted in the grids of the winners. Without memory for them nothing is
+// admitted, and there is no strategy.
+unsigned int QuillTextExtractor::AdmitWinners(const WinnerSelection& selection,
+                                              const ZOT::SmartPtr<KRankParameters>& parameters) {
     Strategy(ZOT::SmartPtr<QuillVisitorStrategy>());
     const ZOT::RefCount<TableSet> winners(new (std::nothrow) TableSet);
-    if (!winners) return;
-    selection.Select(*parameters, *winners);
+    if (!winners) return 0;
+    const unsigned int words = selection.Select(*parameters, *winners);
     Strategy(ZOT::SmartPtr<QuillVisitorStrategy>(new QuillRankedStrategy(parameters, winners), true));
+    return words;
 }
 
 void QuillTextExtractor::GetText(ZOT::BinaryStreamBuf* out) {

@@ -11,8 +11,8 @@ double KCell::Rank() const {
 }
 
 double KTable::Rank(const KStatistics& totals, const ZOT::SmartPtr<KRankParameters>& parameters) {
-    const RankedTree tree(*this, totals, *parameters);
-    return tree.Size() == 0 ? 0.0 : tree.Rank(0);
+    const RankedTree tree(*this);
+    return tree.Size() == 0 ? 0.0 : tree.Rank(0, totals, *parameters);
 }
 
 }  // namespace QuillNS

@@ -1,87 +1,141 @@
 #include "ranked_tree.h"
 
+#include <algorithm>
+
 #include "child_tables.h"
 
 namespace QuillNS {
 
-RankedTree::RankedTree(KTable& root, const KStatistics& totals, const KRankParameters& parameters)
-    : totals_(totals), parameters_(parameters) {
-    bool complete = Add(root);
-    for (std::size_t index = 0; complete && index < Size(); ++index) complete = AddChildren(index);
-    if (!complete) tables_.Free();
+RankedTree::RankedTree(KTable& root) {
+    if (Add(root, 0) && SortByLevel()) return;
+    tables_.Free();
+    totals_.Clear();
+    root.Statistics(totals_, kAllLevels);
 }
 
-bool RankedTree::Add(KTable& table) {
+// Lists a table in front of all that are nested in it.
+bool RankedTree::Add(KTable& table, unsigned int level) {
     KStatistics own;
     table.Statistics(own, 0);
+    AddToTotals(table, own);
+    const std::size_t index = Size();
     // The largest ratio of one table is that table's own.
-    return tables_.Append(
-        {&table, 0, 0, own.Words(), own.WordsInLinksAndImages(), own.Cells(), own.MaxWordsPerCell()});
-}
-
-// Also a table without children gets its place in the level below, so that the levels of its parent stay in
-// one piece.
-bool RankedTree::AddChildren(std::size_t index) {
-    const std::size_t first = Size();
-    bool complete = true;
-    VisitChildTables(*Table(index), [this, &complete](const ZOT::SmartPtr<KTable>& child) {
-        complete = complete && Add(*child);
+    bool complete = tables_.Append(
+        {&table, level, 0, 0, own.Words(), own.WordsInLinksAndImages(), own.MaxWordsPerCell()});
+    unsigned int children = 0;
+    VisitChildTables(table, [&](const ZOT::SmartPtr<KTable>& child) {
+        complete = complete && Add(*child, level + 1);
+        ++children;
     });
-    tables_[index].firstChild = first;
-    tables_[index].lastChild = Size();
+    if (complete) tables_[index].children = children;
     return complete;
 }
 
-double RankedTree::Rank(std::size_t index) const {
+void RankedTree::AddToTotals(const KTable& table, const KStatistics& own) {
+    totals_.AddWords(own.Words());
+    totals_.AddWordsInLinksAndImages(own.WordsInLinksAndImages());
+    totals_.AddLinks(own.Links());
+    totals_.AddImages(own.Images());
+    totals_.AddTables(own.Tables());
+    totals_.AddCells(own.Cells());
+    totals_.MaxWordsPerCell(std::max(totals_.MaxWordsPerCell(), own.MaxWordsPerCell()));
+    for (const ZOT::SmartPtr<KCell>* const cell : {&table.Caption(), &table.Summary()}) {
+        if (!*cell) continue;
+        hasCaptions_ = true;
+        VisitChildTables(
+            **cell, [this](const ZOT::SmartPtr<KTable>& nested) { nested->Statistics(totals_, kAllLevels); });
+    }
+}
+
+// Within a level the order stays. Then the children of each table follow those of the table before it.
+bool RankedTree::SortByLevel() {
+    ZOT::FastVector<std::size_t> begins;  // of the levels
+    for (const Entry& table : tables_) {
+        while (begins.Size() < table.level + std::size_t{2}) {
+            if (!begins.Append(0)) return false;
+        }
+        ++begins[table.level + 1];
+    }
+    for (std::size_t level = 1; level < begins.Size(); ++level) begins[level] += begins[level - 1];
+
+    ZOT::FastVector<Entry> sorted(Size());
+    if (sorted.Size() != Size()) return false;
+    for (const Entry& table : tables_) sorted[begins[table.level]++] = table;
+    std::size_t next = 1;
+    for (Entry& table : sorted) {
+        table.firstChild = next;
+        next += table.children;
+    }
+    tables_.Swap(sorted);
+    return true;
+}
+
+namespace {
+
+// What the ranks of all tables of a level share.
+struct LevelWeights {
+    LevelWeights(const KStatistics& totals, const KRankParameters& parameters, unsigned int depth)
+        : factor(parameters.DepthFactor(depth)),
+          linkDensity(parameters.LinkDensity(depth % parameters.MaxDepth())),
+          wordsPerCell(parameters.WordsPerCell(depth % parameters.MaxDepth())),
+          wordCount(parameters.WordCount(depth % parameters.MaxDepth())),
+          mostWordsPerCell(totals.MaxWordsPerCell()),
+          text(totals.Words() - totals.WordsInLinksAndImages()) {}
+
+    double factor;
+    double linkDensity;
+    double wordsPerCell;
+    double wordCount;
+    double mostWordsPerCell;
+    unsigned int text;
+};
+
+// The order of the floating-point operations decides about the last bits of a rank: keep it.
+template <class Entry>
+double LevelSum(const Entry* first, const Entry* last, const LevelWeights& weights) {
+    // They live through the whole level on purpose: a later table is judged together with those before it.
+    unsigned int words = 0;
+    unsigned int linked = 0;
+    bool anyWordsPerCell = false;
+
+    double sum = 0.0;
+    for (const Entry* table = first; table != last; ++table) {
+        words += table->words;
+        linked += table->wordsInLinksAndImages;
+        anyWordsPerCell |= table->wordsPerCell > 0.0;
+
+        if (words > 0) {
+            const double share = static_cast<double>(linked) / static_cast<double>(words);
+            sum += (1.0 - share) * weights.linkDensity * weights.factor;
+        }
+        if (anyWordsPerCell) {
+            sum += table->wordsPerCell * weights.wordsPerCell * weights.factor / weights.mostWordsPerCell;
+        }
+        if (weights.text != 0) {
+            const double share = static_cast<double>(words - linked) / static_cast<double>(weights.text);
+            sum += share * weights.wordCount * weights.factor;
+        }
+    }
+    return sum;
+}
+
+}  // namespace
+
+double RankedTree::Rank(std::size_t index, const KStatistics& totals,
+                        const KRankParameters& parameters) const {
     double rank = 0.0;
-    if (parameters_.MaxDepth() == 0) return rank;
+    if (parameters.MaxDepth() == 0) return rank;
     std::size_t first = index;
     std::size_t last = index + 1;
     for (unsigned int depth = 0; first != last; ++depth) {
-        rank += LevelSum(first, last, depth) / static_cast<double>(last - first);
+        const LevelWeights weights(totals, parameters, depth);
+        const double sum = LevelSum(&tables_[first], &tables_[first] + (last - first), weights);
+        rank += sum / static_cast<double>(last - first);
         const std::size_t below = FirstChild(first);
         last = LastChild(last - 1);
         first = below;
     }
     return rank;
-}
-
-// The order of the floating-point operations decides about the last bits of a rank: keep it.
-double RankedTree::LevelSum(std::size_t first, std::size_t last, unsigned int depth) const {
-    const double factor = parameters_.DepthFactor(depth);
-    const unsigned int weight = depth % parameters_.MaxDepth();
-    const double linkDensity = parameters_.LinkDensity(weight);
-    const double wordsPerCell = parameters_.WordsPerCell(weight);
-    const double wordCount = parameters_.WordCount(weight);
-    const double mostWordsPerCell = totals_.MaxWordsPerCell();
-    const unsigned int totalText = totals_.Words() - totals_.WordsInLinksAndImages();
-
-    // They live through the whole level on purpose: a later table is judged together with those before it.
-    unsigned int words = 0;
-    unsigned int linked = 0;
-    unsigned int cells = 0;
-    bool anyWordsPerCell = false;
-
-    double sum = 0.0;
-    for (const Entry *table = &tables_[first], *const end = table + (last - first); table != end; ++table) {
-        words += table->words;
-        linked += table->wordsInLinksAndImages;
-        cells += table->cells;
-        anyWordsPerCell |= table->wordsPerCell > 0.0;
-
-        if (words > 0) {
-            const double share = static_cast<double>(linked) / static_cast<double>(words);
-            sum += (1.0 - share) * linkDensity * factor;
-        }
-        if (cells > 0 && anyWordsPerCell) {
-            sum += table->wordsPerCell * wordsPerCell * factor / mostWordsPerCell;
-        }
-        if (totalText != 0) {
-            const unsigned int text = words - linked;
-            sum += static_cast<double>(text) / static_cast<double>(totalText) * wordCount * factor;
-        }
-    }
-    return sum;
 }
 
 }  // namespace QuillNS

@@ -15,12 +15,11 @@ namespace QuillNS {
 //   │   └ A2             A stands before B where KTable::ChildTables lists it first
 //   └ B ─ B1
 //
-// Each table's cells are counted once, however many ranks are asked for: a rank then costs one step for each
-// table below the ranked one. The tables must stay as they are meanwhile; they are not owned.
+// The tree is walked once, in its order, and its cells are counted on the way: a rank then costs one step for
+// each table below the ranked one. The tables must stay as they are meanwhile; they are not owned.
 class RankedTree {
 public:
-    // The totals are those of the whole tree that holds `root`. Totals and parameters outlive this object.
-    RankedTree(KTable& root, const KStatistics& totals, const KRankParameters& parameters);
+    explicit RankedTree(KTable& root);
 
     // Tables listed; 0 when memory ran out.
     std::size_t Size() const noexcept { return tables_.Size(); }
@@ -29,30 +28,39 @@ public:
     // The indices of the tables nested directly in a table: from the first one up to, but not including, the
     // second.
     std::size_t FirstChild(std::size_t index) const noexcept { return tables_[index].firstChild; }
-    std::size_t LastChild(std::size_t index) const noexcept { return tables_[index].lastChild; }
+    std::size_t LastChild(std::size_t index) const noexcept {
+        return FirstChild(index) + tables_[index].children;
+    }
 
-    // KTable::Rank of the table at `index`. 0.0 without weights (KRankParameters::MaxDepth is 0).
-    double Rank(std::size_t index) const;
+    // What KTable::Statistics gathers from the root with kAllLevels, also when memory ran out.
+    const KStatistics& Totals() const noexcept { return totals_; }
+
+    // Whether a listed table has a caption or a summary; what is nested there is not listed.
+    bool HasCaptions() const noexcept { return hasCaptions_; }
+
+    // KTable::Rank of the table at `index`, where the totals are those of the whole tree that holds it. 0.0
+    // without weights (KRankParameters::MaxDepth is 0).
+    double Rank(std::size_t index, const KStatistics& totals, const KRankParameters& parameters) const;
 
 private:
     struct Entry {
         KTable* table;
+        unsigned int level;  // below the root
+        unsigned int children;
         std::size_t firstChild;
-        std::size_t lastChild;
         // The counts of the table's own cells.
         unsigned int words;
         unsigned int wordsInLinksAndImages;
-        unsigned int cells;
         double wordsPerCell;
     };
 
-    bool Add(KTable& table);
-    bool AddChildren(std::size_t index);
-    double LevelSum(std::size_t first, std::size_t last, unsigned int depth) const;
+    bool Add(KTable& table, unsigned int level);
+    void AddToTotals(const KTable& table, const KStatistics& own);
+    bool SortByLevel();
 
-    const KStatistics& totals_;
-    const KRankParameters& parameters_;
     ZOT::FastVector<Entry> tables_;
+    KStatistics totals_;
+    bool hasCaptions_ = false;
 };
 
 }  // namespace QuillNS

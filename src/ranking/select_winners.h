@@ -29,15 +29,16 @@ void SelectWinners(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,
 // not change meanwhile.
 class WinnerSelection {
 public:
-    WinnerSelection(KTable& root, const KStatistics& totals, const KRankParameters& parameters);
+    WinnerSelection(const RankedTree& tree, const KStatistics& totals, const KRankParameters& parameters);
 
-    // Inserts the winners by these thresholds into `winners`.
-    void Select(const KRankParameters& thresholds, TableSet& winners) const;
+    // Inserts the winners by these thresholds into `winners`. Returns the words of their grid cells that the
+    // thresholds admit.
+    unsigned int Select(const KRankParameters& thresholds, TableSet& winners) const;
 
 private:
     double Cutoff(const KRankParameters& thresholds) const;
 
-    RankedTree tree_;
+    const RankedTree& tree_;
     ZOT::FastVector<double> ranks_;  // one for each table of the tree, or none when memory ran out
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <type_traits>
+#include <utility>
 #include <zot/memory.h>
 
 namespace ZOT {
@@ -50,6 +51,12 @@ public:
         if (end_ == limit_ && !Reallocate(Grown(Size()))) return false;
         *end_++ = kept;
         return true;
+    }
+
+    void Swap(FastVector& other) noexcept {
+        std::swap(begin_, other.begin_);
+        std::swap(end_, other.end_);
+        std::swap(limit_, other.limit_);
     }
 
     // Gives the storage back.
