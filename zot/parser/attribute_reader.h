@@ -42,18 +42,7 @@ public:
     // False behind the last attribute: then Position() stands behind the tag's '>', or AtEnd() says that the
     // source ended inside the tag.
     bool Next(Attribute& attribute) noexcept {
-        // Before and after attribute name, self-closing start tag.
-        for (;; ++at_) {
-            if (at_ >= end_) return Stop(true);
-            const char c = *at_;
-            if (IsHtmlSpace(c)) continue;
-            if (c == '>') {
-                ++at_;
-                return false;
-            }
-            if (c != '/') break;
-            selfClosing_ = at_ + 1 < end_ && at_[1] == '>';
-        }
+        if (!FindName()) return false;
         attribute.name.first = at_;
         // A '=' in the first place belongs to the name.
         at_ = FindAttributeNameEnd(at_ + 1, end_);
@@ -69,6 +58,22 @@ public:
     bool AtEnd() const noexcept { return atEnd_; }
 
 private:
+    // Before and after attribute name, self-closing start tag.
+    bool FindName() noexcept {
+        for (;; ++at_) {
+            if (at_ >= end_) return Stop(true);
+            const char c = *at_;
+            if (c > '>') return true;  // nearly every name begins so
+            if (IsHtmlSpace(c)) continue;
+            if (c == '>') {
+                ++at_;
+                return false;
+            }
+            if (c != '/') return true;
+            selfClosing_ = at_ + 1 < end_ && at_[1] == '>';
+        }
+    }
+
     bool ReadValue(Span& value) noexcept {
         at_ = SkipHtmlSpace(at_ + 1, end_);
         if (at_ >= end_) return Stop(true);

@@ -19,9 +19,17 @@ bool StartsWith(const char* at, const char* end, std::string_view word) noexcept
 
 // The first four bytes of a word, in lower case where they are letters, as the number that memory makes of
 // them.
+constexpr std::uint32_t InLowerCase(std::uint32_t head) noexcept {
+    return head | 0x20202020u;
+}
 constexpr std::uint32_t HeadOf(std::string_view word) noexcept {
     const char head[] = {word[0], word[1], word[2], word[3]};
-    return std::bit_cast<std::uint32_t>(head) | 0x20202020u;
+    return InLowerCase(std::bit_cast<std::uint32_t>(head));
+}
+std::uint32_t HeadAt(const char* word) noexcept {
+    std::uint32_t head;
+    std::memcpy(&head, word, sizeof head);
+    return InLowerCase(head);
 }
 
 // A letter is what it is after its case is taken away, so the names of four letters are told apart exactly;
@@ -32,7 +40,7 @@ std::uint8_t BitOf(Span name) noexcept {
     const auto bitIf = [size](std::size_t length, AttributeBit bit) {
         return size == length ? std::uint8_t{bit} : std::uint8_t{0};
     };
-    switch (HeadOf(name.View())) {
+    switch (HeadAt(name.first)) {
         case HeadOf("href"): return bitIf(4, kHasHref);
         case HeadOf("type"): return bitIf(4, kHasType);
         case HeadOf("role"): return bitIf(4, kDescribesItself);
@@ -70,7 +78,9 @@ bool StartsWithTagName(const char* at, const char* end, std::string_view word) n
 bool Tokenizer::Attributes(Token& token) noexcept {
     AttributeReader reader(token.content.last, end_);
     Attribute attribute;
-    while (reader.Next(attribute)) token.attributes |= BitOf(attribute.name);
+    unsigned int attributes = 0;
+    while (reader.Next(attribute)) attributes |= BitOf(attribute.name);
+    token.attributes = static_cast<std::uint8_t>(attributes);
     at_ = reader.Position();
     token.span.last = at_;
     token.selfClosing = reader.SelfClosing();

@@ -12,7 +12,7 @@ TreeBuilder::TreeBuilder(NodeStore& nodes, Options options) noexcept
 void TreeBuilder::Run(unsigned int first) noexcept {
     tokenizer_.Open(nodes_.Source() + first, nodes_.SourceEnd());
     while (tokenizer_.Next(token_)) {
-        Process();
+        if (!IsPlainBody() || InBody() == kReprocess) Process();
         if (nodes_.Failed()) return;
         tokenizer_.AllowCdata(open_.ForeignCount() != 0 && (AdjustedCurrent().flags & kForeign) != 0);
     }
@@ -52,9 +52,6 @@ TokenizerState TreeBuilder::StateOfContext(Tag tag) noexcept {
 void TreeBuilder::Process() noexcept {
     if (skipNewline_ && SkipNewline()) return;
     if (overflow_ != 0 && PayOverflow()) return;
-    if (mode_ == Mode::kInBody && open_.ForeignCount() == 0 && !hasContext_) [[likely]] {
-        if (InBody() == kDone) return;
-    }
     while (IsForeignToken() ? ForeignContent() : ProcessByMode(mode_)) {
     }
 }
@@ -207,8 +204,8 @@ void TreeBuilder::GenerateAllImpliedEndTagsThoroughly() noexcept {
 }
 
 // https://html.spec.whatwg.org/multipage/parsing.html#reconstruct-the-active-formatting-elements
-void TreeBuilder::ReconstructFormatting() noexcept {
-    if (formatting_.Empty() || !open_.FormattingClosed() || formatting_.Last().node == kNoNode) return;
+void TreeBuilder::ReconstructClosed() noexcept {
+    if (formatting_.Last().node == kNoNode) return;
     unsigned int from = formatting_.Size();
     while (from > 0 && formatting_[from - 1].node != kNoNode &&
            open_.IndexOf(formatting_[from - 1].node) == OpenElements::kNotFound) {

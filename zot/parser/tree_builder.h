@@ -65,6 +65,10 @@ private:
     static constexpr bool kReprocess = true;
 
     // --- dispatch
+    bool IsPlainBody() const noexcept {
+        return mode_ == Mode::kInBody && open_.ForeignCount() == 0 && overflow_ == 0 && !skipNewline_ &&
+               !hasContext_;
+    }
     void Process() noexcept;
     bool ProcessByMode(Mode mode) noexcept;
     void ProcessEnd() noexcept;
@@ -186,7 +190,10 @@ private:
     // --- helpers of the standard
     void GenerateImpliedEndTags(Tag except = Tag::kUnknown) noexcept;
     void GenerateAllImpliedEndTagsThoroughly() noexcept;
-    void ReconstructFormatting() noexcept;
+    void ReconstructFormatting() noexcept {
+        if (open_.FormattingClosed() && !formatting_.Empty()) ReconstructClosed();
+    }
+    void ReconstructClosed() noexcept;
     void ReopenFormatting(unsigned int from) noexcept;
     void ResetInsertionMode() noexcept;
     OpenElement AdjustedCurrent() const noexcept;
