@@ -65,8 +65,9 @@ bool HasFoot(ZOTParser::HtmlDocTree::ChildRange nodes) {
 }
 
 // `moves` is whether the page has rows that are read after what stands behind them.
-Texts OfTree(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset, bool& moves) {
-    ZOTParser::HtmlKeywordTable keywords(ZOTParser::HtmlKeywordTable::kDefaultReading);
+Texts OfTree(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset, ZOTParser::HtmlKeywordTable::PrtType reading,
+             bool& moves) {
+    ZOTParser::HtmlKeywordTable keywords(reading);
     ZOTParser::HtmlDocTree tree(charset);
     ZOTParser::HtmlDocParser(page, keywords, tree).Parse();
     moves = HasFoot(tree.Entries());
@@ -92,10 +93,18 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
 
     bool moves = false;
     ZOTFile::MemoryBuffer again = View(page);
-    Require(OfTree(again, charset, moves) == texts, "a parsed tree has the text of its page");
+    Require(OfTree(again, charset, ZOTParser::HtmlKeywordTable::kDefaultReading, moves) == texts,
+            "a parsed tree has the text of its page");
     if (!moves) {
         Require(HoldsInOrder(VisibleUnits(texts.documentText), VisibleUnits(texts.text)),
                 "the document text holds the text, in the same order");
+    }
+
+    ZOTFile::MemoryBuffer blocks = View(page);
+    const Texts ofBlocks = OfTree(blocks, charset, ZOTParser::HtmlKeywordTable::kBlockReading, moves);
+    if (!moves) {
+        Require(HoldsInOrder(VisibleWords(ofBlocks.documentText), VisibleWords(ofBlocks.text)),
+                "words stay whole and apart in the block reading");
     }
 
     TricklingStream trickle(page, 1 + static_cast<unsigned int>(size % 7));

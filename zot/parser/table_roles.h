@@ -17,18 +17,16 @@ public:
         return keyword;
     }
 
-    // Ends the line of an element that has its role, if it is one that does not share its last line with what
-    // follows, and has content.
+    // Whether an element of that role does not share its last line with what follows.
+    static bool EndsItsLine(unsigned int keyword) noexcept {
+        return keyword == kKeywordParagraph || keyword == kKeywordHeading || keyword == kKeywordQuote ||
+               keyword == kKeywordList;
+    }
+
+    // Ends the line of such an element, which has its role, when it has content.
     static void EndLine(NodeStore& nodes, NodeIndex element) noexcept {
-        switch (nodes[element].Keyword()) {
-            case kKeywordParagraph:
-            case kKeywordHeading:
-            case kKeywordQuote:
-            case kKeywordList:
-                if (nodes.FirstChild(element) != kNoNode) nodes.AppendBreak(element);
-                break;
-            default: break;
-        }
+        if (EndsItsLine(nodes[element].Keyword()) && nodes.FirstChild(element) != kNoNode)
+            nodes.AppendBreak(element);
     }
 
     // Whether there is an element of that role.

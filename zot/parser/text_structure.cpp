@@ -1,5 +1,6 @@
 #include "text_structure.h"
 
+#include "table_roles.h"
 #include "tree_walk.h"
 
 // A data table is one whose cells hold inline content alone, and less of it in links than outside them. What
@@ -35,21 +36,25 @@ void MakeLine(NodeStore& nodes, NodeIndex row) noexcept {
     }
 }
 
-// Removes the texts of white space alone that the element ends with: a paragraph behind it would take the
-// line break of such a text away. Returns whether nothing is left. Calls itself once per level of nesting.
-bool DropLastSpace(NodeStore& nodes, NodeIndex element) noexcept {
+// A paragraph trims the text before it, so that one of white space alone would take its line break away with
+// it: removes those that stand between a paragraph and the last text before it. `followed` is whether a
+// paragraph may follow the element; returns whether one follows what stands before the element's content.
+// Calls itself once per level of nesting.
+bool DropSpaceBeforeParagraphs(NodeStore& nodes, NodeIndex element, bool followed) noexcept {
     NodeIndex before = kNoNode;
     for (NodeIndex node = nodes.LastChild(element); node != kNoNode; node = before) {
         before = nodes.PreviousSibling(node);
         const unsigned int keyword = nodes[node].Keyword();
-        const bool isWithinLine = keyword == kKeywordPreformatted || keyword == kKeywordAnchor;
-        if (nodes[node].IsSpace()) {
-            nodes.Remove(node);
-        } else if (!isWithinLine || !DropLastSpace(nodes, node)) {
-            return false;
+        if (keyword == kKeywordText) {
+            followed = followed && nodes[node].IsSpace();
+            if (followed) nodes.Remove(node);
+        } else if (!nodes.IsLeftOut(node)) {
+            const bool isTable = keyword == kKeywordTable;  // its cells are texts of their own
+            followed = DropSpaceBeforeParagraphs(nodes, node, followed && !isTable) && !isTable;
+            followed |= TableRoles::EndsItsLine(keyword);
         }
     }
-    return true;
+    return followed;
 }
 
 // Whether an element of that role goes on with the line that it stands in.
@@ -81,6 +86,7 @@ bool HasTextBefore(const NodeStore& nodes, NodeIndex node) noexcept {
 
 void KeepPreformatted(NodeStore& nodes, NodeIndex element) noexcept {
     if (nodes.FirstChild(element) == kNoNode) return;
+    DropSpaceBeforeParagraphs(nodes, element, true);
     WalkTree(
         nodes, element,
         [&](NodeIndex node) {
@@ -89,7 +95,7 @@ void KeepPreformatted(NodeStore& nodes, NodeIndex element) noexcept {
             return true;
         },
         [](NodeIndex) {});
-    if (!DropLastSpace(nodes, element)) nodes.InsertBreak(nodes.FirstChild(element));
+    if (nodes.FirstChild(element) != kNoNode) nodes.InsertBreak(nodes.FirstChild(element));
     nodes.AppendBreak(element);
 }
 
