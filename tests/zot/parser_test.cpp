@@ -258,6 +258,29 @@ TEST(Parser, FindsTheCharacterSetOut) {
         << "the character set given is not argued with";
 }
 
+TEST(Parser, KnowsTheSpaceBetweenTags) {
+    struct Case {
+        std::string_view html;
+        std::string_view texts;  // a blank for one that is space, else an x
+    };
+    const Case cases[] = {
+        {"<p> <b>a</b>\n\t<i> b</i>", " x x"},
+        {"<p>&#32;<p>&nbsp;", "xx"},
+        // In several places of the source.
+        {"<p>a</p> </body> </html> ", "x "},
+        {"<p>a</p> </body>b", "xx"},
+        {"<div> </body>b", "x"},
+    };
+    for (const Case& c : cases) {
+        std::string texts;
+        const ParsedPage page(c.html);
+        VisitNodes(page.Tree().Entries(), [&](const ParsedPage::Node& node, unsigned) {
+            if (node.Keyword() == ZOTParser::kKeywordText) texts += node.IsSpace() ? ' ' : 'x';
+        });
+        EXPECT_EQ(texts, c.texts) << c.html;
+    }
+}
+
 TEST(DocumentText, PutsBlocksOnLinesOfTheirOwn) {
     struct Case {
         std::string_view html;

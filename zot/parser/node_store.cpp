@@ -169,7 +169,7 @@ void NodeStore::AppendToText(NodeIndex text, TextKind kind, unsigned int positio
                              unsigned int length) noexcept {
     Node& node = nodes_[text];
     const bool adjacent = node.position_ + node.length_ == position;
-    if (!adjacent || TextKindOf(text) != kind || !IsSpace(position, length)) node.word_ &= ~Node::kSpaceFlag;
+    if (!IsSpace(position, length)) node.word_ &= ~Node::kSpaceFlag;
     if ((node.word_ & kPieces) == 0) {
         if (adjacent && TextKindOf(text) == kind) {
             node.length_ += length;
