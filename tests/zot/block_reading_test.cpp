@@ -139,6 +139,26 @@ TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
+TEST(BlockReading, ReadsAListInTheMainElementAsOne) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<p>a<main><div><a href=x>b</a></div><div>c</div></main>",
+         R"(clutter("a" break) table(row(cell(block(anchor("b")) block("c")))))"},
+        {"<main><table><tr><td><div>a</div><td>b</table></main>",
+         R"(table(row(cell(block(block(block(block(block("a")) block("b"))))))))"},
+        {"<main><table><tr><td>a<td>b<tr><td>c<td>d</table></main>",
+         R"(table(row(cell(block(inline(legend(inline("a") " " inline("b")) legend(inline("c") " " inline("d"))))))))"},
+        // Links alone, and a story.
+        {"<main><div><a href=x>b</a></div></main>", R"(table(row(cell(table(row(cell(anchor*("b"))))))))"},
+        {"<main><p>PROSE<div>a</div></main>",
+         R"(table(row(cell(paragraph(PROSE break) table(row(cell("a")))))))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
 TEST(BlockReading, OpensAPageThatWaitsForAScript) {
     struct Case {
         const char* html;

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "text_structure.h"
+#include "tree_walk.h"
 
 namespace ZOTParser {
 namespace {
@@ -14,9 +15,17 @@ constexpr std::uint64_t kLeastMainShare = 30;
 // Bytes locked away for each byte shown, from which on the page waits for a script.
 constexpr std::uint64_t kLockedPage = 4;
 
-// A page has no prose when it has less of it than either says.
+// A page has no prose when it has less of it than either says, or less of it in one place: that of the
+// teasers of many cards is none.
 constexpr unsigned int kLeastProse = 350;       // bytes: some sixty words
 constexpr std::uint64_t kLeastProseShare = 10;  // of a hundred bytes shown
+constexpr unsigned int kLeastStory = 200;       // bytes
+constexpr std::uint64_t kLeastStoryShare = 3;   // of a hundred bytes shown
+
+// A main element holds a list of cards, posts or rows, when of a hundred bytes that the page shows less are
+// prose, and less prose stands in one place.
+constexpr std::uint64_t kListProseShare = 50;
+constexpr std::uint64_t kListStoryShare = 15;
 
 // A page of links alone has no more outside them, of a hundred bytes shown. It stays one: all of it is
 // written.
@@ -36,6 +45,7 @@ struct PageKind {
     bool isMainAlone;
     bool hasProse;
     bool isLinksAlone;
+    bool isMainList;
 
     explicit PageKind(const PageOutline& page) noexcept {
         const TextBytes shown = page.Shown();
@@ -44,8 +54,12 @@ struct PageKind {
         };
         isLocked = page.locked > shown.all * kLockedPage;
         isMainAlone = page.main != 0 && isAtLeast(page.blocks[page.main].bytes.Shown(), kLeastMainShare);
-        hasProse = shown.prose >= kLeastProse && isAtLeast(shown.prose, kLeastProseShare);
+        const unsigned int story = page.blocks[page.story].ownProse;
+        hasProse = shown.prose >= kLeastProse && isAtLeast(shown.prose, kLeastProseShare) &&
+                   story >= kLeastStory && isAtLeast(story, kLeastStoryShare);
         isLinksAlone = isAtLeast(shown.linked, 100 - kMostBesideLinks);
+        isMainList = isMainAlone && !isLinksAlone && !isAtLeast(shown.prose, kListProseShare) &&
+                     !isAtLeast(story, kListStoryShare);
     }
 };
 
@@ -62,6 +76,7 @@ public:
             if (kind_.isMainAlone) ReadAlone(page_.blocks[page_.main].element);
         }
         ReadEachBlock();
+        if (kind_.isMainList) ClearLinks(page_.blocks[page_.main].element);
         if (!kind_.hasProse && !kind_.isLinksAlone) {
             for (const NodeIndex card : page_.cards) nodes_.ClearLink(card);
         }
@@ -134,16 +149,26 @@ private:
         switch (nodes_[block.element].Keyword()) {
             case kKeywordBlock:
                 if (block.bytes.all == 0 || !IsLayoutBlock(nodes_.TagOf(block.element))) break;
-                if (ContinuesStory(index)) break;
+                if (StandsInList(index) || ContinuesStory(index)) break;
                 MakeTable(block.element);
                 EndLineBefore(nodes_, block.element);
                 break;
             case kKeywordTable:
                 if (block.isData) {
                     MakeLines(nodes_, block.element);
+                } else if (StandsInList(index)) {
+                    nodes_.ChangeRole(block.element, kKeywordBlock);
                 } else {
                     EndLineBefore(nodes_, block.element);
                 }
+                break;
+            case kKeywordRow:
+            case kKeywordCell:
+            case kKeywordHeaderCell:
+            case kKeywordBody:
+            case kKeywordHead:
+            case kKeywordFoot:
+                if (StandsInList(index)) nodes_.ChangeRole(block.element, kKeywordBlock);
                 break;
             case kKeywordPreformatted:
                 if (index < preformattedEnd_) break;
@@ -154,6 +179,23 @@ private:
             case kKeywordClutter: EndLineBefore(nodes_, block.element); break;
             default: break;
         }
+    }
+
+    // Whether the block is a part of a list that is read as one, since the ranking would take the card with
+    // most text, and no other.
+    bool StandsInList(unsigned int index) const noexcept {
+        return kind_.isMainList && index > page_.main && index < page_.blocks[page_.main].end;
+    }
+
+    void ClearLinks(NodeIndex root) noexcept {
+        WalkTree(
+            nodes_, root,
+            [this](NodeIndex node) {
+                if (nodes_.TypeOf(node) != NodeType::kElement) return false;
+                nodes_.ClearLink(node);
+                return true;
+            },
+            [](NodeIndex) {});
     }
 
     // Whether the block, one after the other in document order, stands among the paragraphs of the story and
