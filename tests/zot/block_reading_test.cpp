@@ -49,6 +49,7 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
          R"(skipped("a") skipped("b") inline("c"))"},
         {"<ul role=navigation><li>a</ul><p role=search>b</p><p role=note>c",
          R"(clutter(item("a") break) clutter("b" break) paragraph("c" break))"},
+        {"<p role=tooltip>a<p role=alert>b", R"(clutter("a" break) clutter("b" break))"},
         {"<p role=banner style='display:none'>a</p>b", R"(skipped("a" break) "b")"},
         {"<p data-hidden class=hidden title=hidden>a", R"(paragraph("a" break))"},
         // A link is read whatever its role.
@@ -98,14 +99,18 @@ TEST(BlockReading, ReadsTheOneMainElementAlone) {
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
-TEST(BlockReading, LeavesOutShortFormsBesideProse) {
+TEST(BlockReading, LeavesOutFormsBesideProse) {
     struct Case {
         const char* html;
         const char* body;
     };
     const Case cases[] = {
         {"<form>a</form><p>PROSE", R"(clutter("a") paragraph(PROSE break))"},
-        {"<form>PROSE</form>", "form(PROSE)"},
+        {"<form>PROSE</form><p>PROSE<p>PROSE",
+         R"(clutter(PROSE) paragraph(PROSE break) paragraph(PROSE break))"},
+        {"<form>PROSE</form><p>PROSE", R"(form(PROSE) paragraph(PROSE break))"},
+        {"<form>PROSE<br>PROSE<br>PROSE</form><p>PROSE<br>PROSE<br>PROSE<p>PROSE<br>PROSE",
+         R"(form(PROSE break PROSE break PROSE) paragraph(PROSE break PROSE break PROSE break) paragraph(PROSE break PROSE break))"},
         {"<form hidden>a</form>PROSE", R"(skipped("a") PROSE)"},
         {"<form><main>a</main></form><p>PROSE", R"(form(table(row(cell("a")))) paragraph(PROSE break))"},
         // All that the page has.

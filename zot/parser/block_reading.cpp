@@ -36,8 +36,10 @@ constexpr std::uint64_t kMostBesideLinks = 2;
 constexpr std::uint64_t kStoryProse = 2;
 constexpr std::uint64_t kStoryLinks = 3;
 
-// A form with less text than this, some thirty words, is there to search, to log in or to subscribe.
-constexpr unsigned int kFilledInForm = 180;  // bytes
+// A form with less text than this, some hundred and fifty words, and of a hundred bytes shown, is there to
+// search, to log in or to comment.
+constexpr unsigned int kFilledInForm = 1000;  // bytes
+constexpr std::uint64_t kFilledInFormShare = 40;
 
 // What is decided about a page before its blocks are looked at one by one.
 struct PageKind {
@@ -111,13 +113,15 @@ private:
 
     bool IsClutter(unsigned int index) const noexcept {
         return page_.blocks[index].description == Description::kAround ||
-               (kind_.hasProse && IsShortForm(index));
+               (kind_.hasProse && IsForm(index));
     }
 
-    bool IsShortForm(unsigned int index) const noexcept {
+    bool IsForm(unsigned int index) const noexcept {
         const Block& block = page_.blocks[index];
         const bool holdsMain = page_.main > index && page_.main < block.end;
-        return nodes_.TagOf(block.element) == Tag::kForm && block.bytes.Shown() < kFilledInForm && !holdsMain;
+        const unsigned int shown = block.bytes.Shown();
+        return nodes_.TagOf(block.element) == Tag::kForm && shown < kFilledInForm && !holdsMain &&
+               std::uint64_t{shown} * 100 <= page_.Shown().all * kFilledInFormShare;
     }
 
     // Everything beside the element, and beside what it stands in, is clutter.

@@ -8,12 +8,15 @@ namespace ZOTParser {
 //
 //   - What a browser does not show is skipped, and what stands around the content by its own account is
 //     clutter.
-//   - On a page with prose a short form is clutter too.
+//   - On a page with prose a form is clutter too, unless it is long.
 //   - A page that names the one element holding its main content is read there alone, when that element holds
 //     a fair share of what the page shows.
+//   - Such an element that holds a list of cards, posts or rows is read as a whole: it has no tables and no
+//     links.
 //   - A page that shows next to nothing beside what it hides, or keeps for browsers without scripts, is
 //     waiting for a script to move its text into place: all of it is read.
-//   - Layout blocks that hold text become tables of one row and one cell.
+//   - Layout blocks that hold text become tables of one row and one cell, but for those that stand among the
+//     paragraphs of the page's story and read like them.
 //   - On a page without prose, such as a list of goods or of headlines, the cards are the content: an anchor
 //     around a card, a heading or a teaser is no link there.
 //

@@ -5,8 +5,10 @@
 namespace ZOTParser {
 namespace {
 
-constexpr std::string_view kRolesAround[] = {"navigation", "contentinfo", "complementary",
-                                             "search",     "dialog",      "banner"};
+// Landmarks, and what comes up for a moment above the content.
+constexpr std::string_view kRolesAround[] = {"navigation", "contentinfo", "complementary", "search",
+                                             "dialog",     "banner",      "alert",         "alertdialog",
+                                             "status",     "menu",        "listbox",       "tooltip"};
 
 // An element that may be there in several copies is not the main one.
 Description DescriptionOfRole(Span role, Tag tag) noexcept {
