@@ -119,6 +119,35 @@ TEST(BlockReading, LeavesOutFormsBesideProse) {
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
+TEST(BlockReading, LeavesOutWhatIsNamedAsClutter) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<div class=related>a</div>PROSE", R"(clutter("a") PROSE)"},
+        {"<div class='x y-related_z'>a</div><ul id=siteSidebar><li>b</ul><form class=SIGNUP>c</form>PROSE",
+         R"(clutter("a") clutter(item("b") break) clutter("c") PROSE)"},
+        {"<section class=recommended>a</section><section class=recommendations>b</section>PROSE",
+         R"(clutter("a") clutter("b") PROSE)"},
+        // Within a word, of another block, in another attribute, or what a name says nothing about.
+        {"<div class=unrelated>a</div>PROSE", R"(table(row(cell("a"))) PROSE)"},
+        {"<div class='has-sidebar page'>a</div><div id=withSidebar>b</div>PROSE",
+         R"(table(row(cell("a"))) table(row(cell("b"))) PROSE)"},
+        {"<div class='no-cookies sidebar'>a</div>PROSE", R"(clutter("a") PROSE)"},
+        {"<div title=related>a</div><p class=related>b</p><b class=related>c</b>PROSE",
+         R"(table(row(cell("a"))) paragraph("b" break) inline("c") PROSE)"},
+        // Most of the page, most of its prose, or around the main element.
+        {"<div class=related>a</div>b", R"(clutter("a") "b")"},
+        {"<div class=related>abc</div>b", R"(table(row(cell("abc"))) "b")"},
+        {"<div class=reviews>PROSE<br>PROSE</div><p>PROSE",
+         R"(table(row(cell(PROSE break PROSE))) paragraph(PROSE break))"},
+        {"<div class=sidebar><main>a</main></div><div>PROSE</div>",
+         R"(table(row(cell(table(row(cell("a")))))) table(row(cell(PROSE))))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
 TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
     struct Case {
         const char* html;

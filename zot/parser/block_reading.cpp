@@ -1,7 +1,9 @@
 #include "block_reading.h"
 
+#include <algorithm>
 #include <cstdint>
 
+#include "clutter_names.h"
 #include "text_structure.h"
 #include "tree_walk.h"
 
@@ -41,6 +43,11 @@ constexpr std::uint64_t kStoryLinks = 3;
 constexpr unsigned int kFilledInForm = 1000;  // bytes
 constexpr std::uint64_t kFilledInFormShare = 40;
 
+// A block that its author names as clutter is believed as long as it is no more than a part of the page: of a
+// hundred bytes shown, and of a hundred bytes of prose.
+constexpr std::uint64_t kMostNamedShare = 60;
+constexpr std::uint64_t kMostNamedProse = 50;
+
 // What is decided about a page before its blocks are looked at one by one.
 struct PageKind {
     bool isLocked;
@@ -68,7 +75,7 @@ struct PageKind {
 class BlockReading {
 public:
     BlockReading(NodeStore& nodes, const PageOutline& page) noexcept
-        : nodes_(nodes), page_(page), kind_(page) {}
+        : nodes_(nodes), page_(page), kind_(page), shown_(page.Shown()) {}
 
     bool Read() noexcept {
         if (kind_.isLocked) {
@@ -103,7 +110,10 @@ private:
                 nodes_.LeaveOut(block.element, kKeywordSkipped);
             } else if (IsClutter(index)) {
                 nodes_.LeaveOut(block.element, kKeywordClutter);
+            } else {
+                continue;
             }
+            leftOutEnd_ = std::max(leftOutEnd_, block.end);
         }
     }
 
@@ -112,16 +122,32 @@ private:
     }
 
     bool IsClutter(unsigned int index) const noexcept {
-        return page_.blocks[index].description == Description::kAround ||
-               (kind_.hasProse && IsForm(index));
+        return page_.blocks[index].description == Description::kAround || (kind_.hasProse && IsForm(index)) ||
+               IsNamed(index);
+    }
+
+    bool HoldsMain(unsigned int index) const noexcept {
+        return page_.main > index && page_.main < page_.blocks[index].end;
+    }
+
+    bool IsNamed(unsigned int index) const noexcept {
+        const Block& block = page_.blocks[index];
+        const unsigned int shown = block.bytes.Shown();
+        return shown != 0 && MayBeNamed(nodes_[block.element].Keyword()) && index != page_.main &&
+               std::uint64_t{shown} * 100 < shown_.all * kMostNamedShare &&
+               std::uint64_t{block.bytes.prose} * 100 <= shown_.prose * kMostNamedProse &&
+               !HoldsMain(index) && IsNamedAsClutter(nodes_, block.element);
+    }
+
+    static bool MayBeNamed(unsigned int keyword) noexcept {
+        return keyword == kKeywordBlock || keyword == kKeywordList || keyword == kKeywordForm;
     }
 
     bool IsForm(unsigned int index) const noexcept {
         const Block& block = page_.blocks[index];
-        const bool holdsMain = page_.main > index && page_.main < block.end;
         const unsigned int shown = block.bytes.Shown();
-        return nodes_.TagOf(block.element) == Tag::kForm && shown < kFilledInForm && !holdsMain &&
-               std::uint64_t{shown} * 100 <= page_.Shown().all * kFilledInFormShare;
+        return nodes_.TagOf(block.element) == Tag::kForm && shown < kFilledInForm && !HoldsMain(index) &&
+               std::uint64_t{shown} * 100 <= shown_.all * kFilledInFormShare;
     }
 
     // Everything beside the element, and beside what it stands in, is clutter.
@@ -228,6 +254,8 @@ private:
     NodeStore& nodes_;
     const PageOutline& page_;
     const PageKind kind_;
+    const TextBytes shown_;
+    unsigned int leftOutEnd_ = 0;      // behind the last block inside what is left out so far
     unsigned int besideStoryEnd_ = 0;  // behind the last block of what stands in the story and is none of it
     ZOT::FastVector<NodeIndex> beside_;  // what is left out beside the main element, blocks or not
     unsigned int preformattedEnd_ = 0;   // behind the last block inside the last preformatted one

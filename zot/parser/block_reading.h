@@ -8,6 +8,7 @@ namespace ZOTParser {
 //
 //   - What a browser does not show is skipped, and what stands around the content by its own account is
 //     clutter.
+//   - So is a part of the page whose class or id is a name for clutter.
 //   - On a page with prose a form is clutter too, unless it is long.
 //   - A page that names the one element holding its main content is read there alone, when that element holds
 //     a fair share of what the page shows.
