@@ -78,16 +78,19 @@ private:
         at_ = SkipHtmlSpace(at_ + 1, end_);
         if (at_ >= end_) return Stop(true);
         const char quote = *at_;
-        if (quote == '"' || quote == '\'') {
-            value.first = at_ + 1;
-            value.last = FindByte(at_ + 1, end_, quote);
-            if (value.last >= end_) return Stop(true);
-            at_ = value.last + 1;
-            return true;
-        }
+        if (quote == '"') return ReadQuoted(value, '"');
+        if (quote == '\'') return ReadQuoted(value, '\'');
         value.first = at_;
         value.last = at_ = FindUnquotedValueEnd(at_, end_);
         return at_ < end_ || Stop(true);
+    }
+
+    bool ReadQuoted(Span& value, char quote) noexcept {
+        value.first = at_ + 1;
+        value.last = FindByte(at_ + 1, end_, quote);
+        if (value.last >= end_) return Stop(true);
+        at_ = value.last + 1;
+        return true;
     }
 
     bool Stop(bool atEnd) noexcept {

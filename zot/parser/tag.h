@@ -116,14 +116,12 @@ inline Tag InternTag(const char* name, std::size_t length) noexcept {
     std::uint64_t bytes;
     std::memcpy(&bytes, name, sizeof bytes);
     bytes &= ~std::uint64_t{0} >> (8 * (ShortTagNames::kLongest - length));
-    // Setting bit 5 turns A-Z into a-z and leaves a-z, 0-9 and '-' alone. Whatever else it changes becomes a
-    // byte that no listed name has, but for control characters: only they have neither bit 5 nor bit 6.
-    constexpr std::uint64_t kBit5 = 0x2020202020202020u;
-    const std::uint64_t ofLength = kBit5 >> (8 * (ShortTagNames::kLongest - length));
-    const std::uint64_t key = bytes | ofLength;
+    // Bit 5 tells small letters from capitals, and bit 6 letters, with a few bytes that no name has, from
+    // digits.
+    constexpr std::uint64_t kBit6 = 0x4040404040404040u;
+    const std::uint64_t key = bytes | (bytes & kBit6) >> 1;
     const std::uint8_t tag = kShortTagNames.slots[kShortTagNames.SlotOf(key)];
-    const bool controls = (((bytes >> 1) | bytes) & ofLength) != ofLength;
-    return kShortTagNames.keys[tag] == key && !controls ? static_cast<Tag>(tag) : Tag::kUnknown;
+    return kShortTagNames.keys[tag] == key ? static_cast<Tag>(tag) : Tag::kUnknown;
 }
 
 }  // namespace ZOTParser

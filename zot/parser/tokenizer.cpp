@@ -32,9 +32,13 @@ std::uint32_t HeadAt(const char* word) noexcept {
     return InLowerCase(head);
 }
 
+// A shorter style hides nothing.
+constexpr std::size_t kShortestHiding = std::string_view("display:none").size();
+
 // A letter is what it is after its case is taken away, so the names of four letters are told apart exactly;
 // of the longer ones the head and the length do, since whoever asks looks at the attribute itself.
-std::uint8_t BitOf(Span name) noexcept {
+std::uint8_t BitOf(const Attribute& attribute) noexcept {
+    const Span name = attribute.name;
     const std::size_t size = name.Size();
     if (size < 4) return 0;
     const auto bitIf = [size](std::size_t length, AttributeBit bit) {
@@ -44,7 +48,8 @@ std::uint8_t BitOf(Span name) noexcept {
         case HeadOf("href"): return bitIf(4, kHasHref);
         case HeadOf("type"): return bitIf(4, kHasType);
         case HeadOf("role"): return bitIf(4, kDescribesItself);
-        case HeadOf("style"): return bitIf(5, kDescribesItself);
+        case HeadOf("style"):
+            return attribute.value.Size() < kShortestHiding ? std::uint8_t{0} : bitIf(5, kDescribesItself);
         case HeadOf("hidden"): return bitIf(6, kDescribesItself);
         case HeadOf("aria-hidden"): return bitIf(11, kDescribesItself);
         default: return 0;
@@ -79,7 +84,7 @@ bool Tokenizer::Attributes(Token& token) noexcept {
     AttributeReader reader(token.content.last, end_);
     Attribute attribute;
     unsigned int attributes = 0;
-    while (reader.Next(attribute)) attributes |= BitOf(attribute.name);
+    while (reader.Next(attribute)) attributes |= BitOf(attribute);
     token.attributes = static_cast<std::uint8_t>(attributes);
     at_ = reader.Position();
     token.span.last = at_;

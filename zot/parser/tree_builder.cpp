@@ -157,10 +157,7 @@ bool TreeBuilder::HasAttributeValue(std::string_view name,
 
 // The element at the limit is closed, so that the new one becomes its sibling. Its end tag is still to come
 // and must not close another element.
-void TreeBuilder::MakeRoom() noexcept {
-    if (!open_.Full()) [[likely]] {
-        return;
-    }
+void TreeBuilder::CloseForRoom() noexcept {
     const OpenElement element = open_.Current();
     ++overflow_;
     ++overflowOf_[static_cast<unsigned int>(element.tag)];

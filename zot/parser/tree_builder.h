@@ -111,6 +111,12 @@ private:
     bool InBodyStartTag() noexcept;
     bool InBodyEndTag() noexcept;
     void AnyOtherEndTag() noexcept;
+    // Most end tags are those of the current element, which then needs no more than to be closed.
+    bool EndsCurrent() noexcept {
+        const bool ends = open_.Current().Is(token_.tag) && token_.tag != Tag::kUnknown;
+        if (ends) PopCurrent();
+        return ends;
+    }
     void ClosePInButtonScope() noexcept {
         if (open_.InButtonScope(Tag::kP)) ClosePElement();
     }
@@ -180,7 +186,12 @@ private:
     void InsertCommentAt(Place place) noexcept;
     void AddIntegrationPoint(OpenElement& element, bool hasToken) const noexcept;
     void StartRawText(TokenizerState state) noexcept;
-    void MakeRoom() noexcept;
+    void MakeRoom() noexcept {
+        if (open_.Full()) [[unlikely]] {
+            CloseForRoom();
+        }
+    }
+    void CloseForRoom() noexcept;
     bool PayOverflow() noexcept;
     // The html element stays open to the end.
     void PopCurrent() noexcept {

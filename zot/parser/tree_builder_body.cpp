@@ -245,11 +245,12 @@ bool TreeBuilder::InBodyEndTag() noexcept {
         case kUl: EndBlock(); return kDone;
         case kForm: EndForm(); return kDone;
         case kP:
+            if (EndsCurrent()) return kDone;
             if (!open_.InButtonScope(kP)) InsertHtmlElement(kP);
             ClosePElement();
             return kDone;
         case kLi:
-            if (!open_.InListItemScope(kLi)) return kDone;
+            if (EndsCurrent() || !open_.InListItemScope(kLi)) return kDone;
             GenerateImpliedEndTags(kLi);
             open_.PopUntil(kLi);
             return kDone;
@@ -265,7 +266,7 @@ bool TreeBuilder::InBodyEndTag() noexcept {
         case kH4:
         case kH5:
         case kH6:
-            if (!open_.HeadingInScope()) return kDone;
+            if (EndsCurrent() || !open_.HeadingInScope()) return kDone;
             GenerateImpliedEndTags();
             while ((open_.Current().flags & kHeading) == 0) PopCurrent();
             PopCurrent();
@@ -302,7 +303,7 @@ bool TreeBuilder::InBodyEndTag() noexcept {
 }
 
 void TreeBuilder::AnyOtherEndTag() noexcept {
-    if (!open_.Has(token_.tag)) return;
+    if (EndsCurrent() || !open_.Has(token_.tag)) return;
     for (unsigned int index = open_.Size(); index-- > 1;) {
         const OpenElement& node = open_[index];
         if ((node.flags & kForeign) == 0 && SameName(node)) {
@@ -320,7 +321,7 @@ void TreeBuilder::ClosePElement() noexcept {
 }
 
 void TreeBuilder::EndBlock() noexcept {
-    if (!open_.InScope(token_.tag)) return;
+    if (EndsCurrent() || !open_.InScope(token_.tag)) return;
     GenerateImpliedEndTags();
     open_.PopUntil(token_.tag);
 }
