@@ -133,8 +133,8 @@ private:
     bool IsNamed(unsigned int index) const noexcept {
         const Block& block = page_.blocks[index];
         const unsigned int shown = block.bytes.Shown();
-        return shown != 0 && MayBeNamed(nodes_[block.element].Keyword()) && index != page_.main &&
-               std::uint64_t{shown} * 100 < shown_.all * kMostNamedShare &&
+        return shown != 0 && index >= leftOutEnd_ && MayBeNamed(nodes_[block.element].Keyword()) &&
+               index != page_.main && std::uint64_t{shown} * 100 < shown_.all * kMostNamedShare &&
                std::uint64_t{block.bytes.prose} * 100 <= shown_.prose * kMostNamedProse &&
                !HoldsMain(index) && IsNamedAsClutter(nodes_, block.element);
     }

@@ -55,27 +55,36 @@ bool IsClutter(const char* at) noexcept {
     }
 }
 
-// What "has-sidebar" is none itself.
-bool SpeaksOfAnother(std::string_view word) noexcept {
-    return word == "has" || word == "with" || word == "no";
-}
-
 bool IsCapital(char c) noexcept {
     return c >= 'A' && c <= 'Z';
 }
 
+// Whether the word before says that what the name speaks of is elsewhere: "has-sidebar" is no sidebar.
+bool IsSpokenOf(const char* first, const char* word) noexcept {
+    const char* end = word;
+    for (; end > first && !IsLetter(end[-1]); --end) {
+        if (IsHtmlSpace(end[-1])) return false;
+    }
+    const char* begin = end;
+    while (begin > first && IsLetter(begin[-1]) && (begin == end || !IsCapital(*begin))) --begin;
+    const std::string_view before(begin, static_cast<std::size_t>(end - begin));
+    return before == "has" || before == "with" || before == "no";
+}
+
+// Looks at no byte but the first ones of words: a capital, and a letter behind none.
 bool NamesClutter(Span names) noexcept {
-    bool speaksOfAnother = false;
-    for (const char* at = names.first; at < names.last;) {
-        if (!IsLetter(*at)) {
-            speaksOfAnother &= !IsHtmlSpace(*at++);
-            continue;
+    unsigned int letterBefore = 0;
+    for (const char* at = names.first; at < names.last; at += ByteVector::kSize) {
+        const ByteVector bytes = ByteVector::Load(at);
+        const unsigned int capitals = bytes.AtMost('Z').Mask() & ~bytes.AtMost('@').Mask();
+        const unsigned int letters = capitals | (bytes.AtMost('z').Mask() & ~bytes.AtMost('`').Mask());
+        unsigned int words = capitals | (letters & ~(letters << 1 | letterBefore));
+        for (; words != 0; words &= words - 1) {
+            const char* const word = at + std::countr_zero(words);
+            if (word >= names.last) return false;
+            if (IsClutter(word) && !IsSpokenOf(names.first, word)) return true;
         }
-        if (!speaksOfAnother && IsClutter(at)) return true;
-        const char* end = at + 1;
-        while (end < names.last && IsLetter(*end) && !IsCapital(*end)) ++end;
-        speaksOfAnother = SpeaksOfAnother({at, static_cast<std::size_t>(end - at)});
-        at = end;
+        letterBefore = letters >> (ByteVector::kSize - 1);
     }
     return false;
 }
