@@ -66,15 +66,24 @@ const std::string kProse = [] {
     return prose;
 }();
 
-// The roles with "prose" in the place of kProse.
+// Longer, and no prose.
+const std::string kList = [] {
+    std::string list;
+    while (list.size() < 800) list += "a word, ";
+    return list;
+}();
+
+// The roles with "PROSE" and "LIST" in the places of these.
 std::string BlocksBesideProse(std::string page) {
     const auto replace = [](std::string& text, std::string_view from, std::string_view to) {
         for (std::size_t at = 0; (at = text.find(from, at)) != text.npos; at += to.size())
             text.replace(at, from.size(), to);
     };
     replace(page, "PROSE", kProse);
+    replace(page, "LIST", kList);
     std::string roles = Blocks(page.c_str());
     replace(roles, '"' + kProse + '"', "PROSE");
+    replace(roles, '"' + kList + '"', "LIST");
     return roles;
 }
 
@@ -90,8 +99,8 @@ TEST(BlockReading, ReadsTheOneMainElementAlone) {
         {"<p>a<div role=main>PROSE</div>", R"(clutter("a" break) table(row(cell(PROSE))))"},
         // One inside the other is still one; beside each other they are two.
         {"<p>a<main><div role=main>PROSE", R"(clutter("a" break) table(row(cell(table(row(cell(PROSE)))))))"},
-        {"<p>a<main>PROSE</main><main>b",
-         R"(paragraph("a" break) table(row(cell(PROSE))) table(row(cell("b"))))"},
+        {"<p>a<main>PROSE</main><main>PROSE",
+         R"(paragraph("a" break) table(row(cell(PROSE))) table(row(cell(PROSE))))"},
         // It holds next to nothing.
         {"<p>PROSE<main>a", R"(paragraph(PROSE break) table(row(cell("a"))))"},
         {"<nav>b<main>PROSE</main></nav><p>PROSE", R"(clutter("b" block(PROSE)) paragraph(PROSE break))"},
@@ -148,6 +157,30 @@ TEST(BlockReading, LeavesOutWhatIsNamedAsClutter) {
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
 
+TEST(BlockReading, LeavesOutWhatFollowsTheMainText) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<div><p>PROSE</div><div>a</div><ul><li>b</ul><h2>c</h2>",
+         R"(table(row(cell(paragraph(PROSE break)))) clutter("a") clutter(item("b") break) clutter("c" break))"},
+        {"<table><tr><td>PROSE<td>a</table>", R"(table(body(row(cell(PROSE) clutter("a")))))"},
+        // At each level on the way in.
+        {"<div><div>PROSE</div><div>a</div></div><div>b</div>",
+         R"(table(row(cell(table(row(cell(PROSE))) clutter("a")))) clutter("b"))"},
+        // What precedes it, paragraphs, as much prose in one place, and more text of another kind.
+        {"<h1>a</h1><div>b</div><div>PROSE</div>c<p>d",
+         R"(heading("a" break) table(row(cell("b"))) table(row(cell(PROSE))) "c" paragraph("d" break))"},
+        {"<div>PROSE</div><div>PROSE</div>", R"(table(row(cell(PROSE))) table(row(cell(PROSE))))"},
+        {"<div>PROSE</div><div>LIST</div>", R"(table(row(cell(PROSE))) table(row(cell(LIST))))"},
+        // The prose of many teasers is worth less than that of one article.
+        {"<div>PROSE<p>PROSE</div><div><div>PROSE</div><a href=x>b</a></div><div>PROSE</div>",
+         R"(table(row(cell(PROSE paragraph(PROSE break)))) clutter(block(PROSE) anchor*("b")) clutter(PROSE))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
 TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
     struct Case {
         const char* html;
@@ -164,8 +197,8 @@ TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
          R"(table(row(cell(paragraph(PROSE break) table(row(cell("a")))))))"},
         {"<div><p>PROSE<p>PROSE<div>a<a href=x>PROSE</a></div></div>",
          R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) table(row(cell("a" anchor*(PROSE))))))))"},
-        {"<div><p>PROSE<p>PROSE</div><div>PROSE</div>",
-         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break)))) table(row(cell(PROSE))))"},
+        {"<div>PROSE</div><div><p>PROSE<p>PROSE</div>",
+         R"(table(row(cell(PROSE))) table(row(cell(paragraph(PROSE break) paragraph(PROSE break)))))"},
         // Within what is no part of it nothing is.
         {"<div><p>PROSE<p>PROSE<div><ul><li>PROSE<li>PROSE</ul><div>PROSE</div></div></div>",
          R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) table(row(cell(list(item(PROSE) item(PROSE) break) table(row(cell(PROSE))))))))))"},

@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "clutter_names.h"
+#include "main_text.h"
 #include "text_structure.h"
 #include "tree_walk.h"
 
@@ -82,6 +83,7 @@ public:
             Unlock();
         } else {
             LeaveOut();
+            if (kind_.hasProse) failed_ |= !LeaveOutAfterMainText(nodes_, page_);
             if (kind_.isMainAlone) ReadAlone(page_.blocks[page_.main].element);
         }
         ReadEachBlock();

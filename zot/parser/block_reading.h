@@ -10,6 +10,7 @@ namespace ZOTParser {
 //     clutter.
 //   - So is a part of the page whose class or id is a name for clutter.
 //   - On a page with prose a form is clutter too, unless it is long.
+//   - So is what follows the main text and is much less than it (main_text.h).
 //   - A page that names the one element holding its main content is read there alone, when that element holds
 //     a fair share of what the page shows.
 //   - Such an element that holds a list of cards, posts or rows is read as a whole: it has no tables and no
