@@ -21,7 +21,12 @@ TEST(BlockReading, MakesLayoutBlocksTablesOfOneCell) {
     };
     const Case cases[] = {
         {"<div>a</div>b", R"(table(row(cell("a"))) "b")"},
-        {"<section><article><main>a", R"(table(row(cell(table(row(cell(table(row(cell("a"))))))))))"},
+        // Of blocks that show the same text, the innermost is the table.
+        {"<section><article><main>a", R"(block(block(table(row(cell("a"))))))"},
+        {"<div><p hidden>a</p><div>b</div><div></div></div>",
+         R"(block(skipped("a" break) table(row(cell("b"))) block))"},
+        {"<div>a<div>b</div></div><div><ul><li><div>c",
+         R"(table(row(cell("a" break table(row(cell("b")))))) table(row(cell(list(item(table(row(cell("c")))) break)))))"},
         // Without text there is nothing to lay out.
         {"<div></div><div> <section><img></section></div>a", R"(block block(" " block(inline)) "a")"},
         // What is no layout stays what it is.
@@ -98,7 +103,7 @@ TEST(BlockReading, ReadsTheOneMainElementAlone) {
         {"<a href=x>a</a><main>PROSE</main>", R"(clutter("a") table(row(cell(PROSE))))"},
         {"<p>a<div role=main>PROSE</div>", R"(clutter("a" break) table(row(cell(PROSE))))"},
         // One inside the other is still one; beside each other they are two.
-        {"<p>a<main><div role=main>PROSE", R"(clutter("a" break) table(row(cell(table(row(cell(PROSE)))))))"},
+        {"<p>a<main><div role=main>PROSE", R"(clutter("a" break) block(table(row(cell(PROSE)))))"},
         {"<p>a<main>PROSE</main><main>PROSE",
          R"(paragraph("a" break) table(row(cell(PROSE))) table(row(cell(PROSE))))"},
         // It holds next to nothing.
@@ -152,7 +157,7 @@ TEST(BlockReading, LeavesOutWhatIsNamedAsClutter) {
         {"<div class=reviews>PROSE<br>PROSE</div><p>PROSE",
          R"(table(row(cell(PROSE break PROSE))) paragraph(PROSE break))"},
         {"<div class=sidebar><main>a</main></div><div>PROSE</div>",
-         R"(table(row(cell(table(row(cell("a")))))) table(row(cell(PROSE))))"},
+         R"(block(table(row(cell("a")))) table(row(cell(PROSE))))"},
     };
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
@@ -219,7 +224,7 @@ TEST(BlockReading, ReadsAListInTheMainElementAsOne) {
         {"<main><table><tr><td>a<td>b<tr><td>c<td>d</table></main>",
          R"(table(row(cell(block(inline(legend(inline("a") " " inline("b")) legend(inline("c") " " inline("d"))))))))"},
         // Links alone, and a story.
-        {"<main><div><a href=x>b</a></div></main>", R"(table(row(cell(table(row(cell(anchor*("b"))))))))"},
+        {"<main><div><a href=x>b</a></div></main>", R"(block(table(row(cell(anchor*("b"))))))"},
         {"<main><p>PROSE<div>a</div></main>",
          R"(table(row(cell(paragraph(PROSE break) table(row(cell("a")))))))"},
     };
@@ -281,8 +286,7 @@ TEST(BlockReading, EndsTheLineThatATableOrClutterCuts) {
         {"<p>a</p><div>b</div>", R"(paragraph("a" break) table(row(cell("b"))))"},
         {"a<br><div>b</div>", R"("a" break table(row(cell("b"))))"},
         {"a<hr><b><div>b</div></b>", R"("a" rule inline(table(row(cell("b")))))"},
-        {"<div>a</div> <div><div>b</div></div>",
-         R"(table(row(cell("a"))) " " table(row(cell(table(row(cell("b")))))))"},
+        {"<div>a</div> <div><div>b</div></div>", R"(table(row(cell("a"))) " " block(table(row(cell("b")))))"},
         {"<ul><li><div>a</div></ul>", R"(list(item(table(row(cell("a")))) break))"},
     };
     for (const Case& c : cases) EXPECT_EQ(Blocks(c.html), c.body) << c.html;

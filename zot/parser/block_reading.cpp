@@ -181,7 +181,7 @@ private:
         switch (nodes_[block.element].Keyword()) {
             case kKeywordBlock:
                 if (block.bytes.all == 0 || !IsLayoutBlock(nodes_.TagOf(block.element))) break;
-                if (StandsInList(index) || ContinuesStory(index)) break;
+                if (StandsInList(index) || ContinuesStory(index) || IsAroundOne(index)) break;
                 MakeTable(block.element);
                 EndLineBefore(nodes_, block.element);
                 break;
@@ -228,6 +228,20 @@ private:
                 return true;
             },
             [](NodeIndex) {});
+    }
+
+    bool ShowsNothing(const Block& block) const noexcept {
+        return block.bytes.Shown() == 0 || nodes_.IsLeftOut(block.element);
+    }
+
+    // Whether all that the block shows stands in one layout block inside it, which is the table then.
+    bool IsAroundOne(unsigned int index) const noexcept {
+        const ZOT::FastVector<Block>& blocks = page_.blocks;
+        const Block& block = blocks[index];
+        unsigned int inner = index + 1;
+        while (inner < block.end && ShowsNothing(blocks[inner])) inner = blocks[inner].end;
+        return inner < block.end && blocks[inner].bytes.Shown() == block.bytes.Shown() &&
+               IsLayoutBlock(nodes_.TagOf(blocks[inner].element));
     }
 
     // Whether the block, one after the other in document order, stands among the paragraphs of the story and

@@ -17,8 +17,8 @@ namespace ZOTParser {
 //     links.
 //   - A page that shows next to nothing beside what it hides, or keeps for browsers without scripts, is
 //     waiting for a script to move its text into place: all of it is read.
-//   - Layout blocks that hold text become tables of one row and one cell, but for those that stand among the
-//     paragraphs of the page's story and read like them.
+//   - Layout blocks that hold text become tables of one row and one cell, but for those around one that
+//     shows the same text, and those that stand among the paragraphs of the page's story and read like them.
 //   - On a page without prose, such as a list of goods or of headlines, the cards are the content: an anchor
 //     around a card, a heading or a teaser is no link there.
 //
