@@ -465,10 +465,15 @@ bool TreeBuilder::ScopeEndsAbove(unsigned int index) const noexcept {
 
 void TreeBuilder::RunAdoptionAgency() noexcept {
     const Tag subject = token_.tag;
-    if (open_.Current().Is(subject) &&
-        formatting_.IndexOf(open_.Current().node) == ActiveFormatting::kNotFound) {
-        PopCurrent();
-        return;
+    if (open_.Current().Is(subject)) {
+        // Nearly always what was opened last is closed first.
+        const NodeIndex current = open_.Current().node;
+        const bool isLast = !formatting_.Empty() && formatting_.Last().node == current;
+        if (isLast || formatting_.IndexOf(current) == ActiveFormatting::kNotFound) {
+            if (isLast) formatting_.RemoveAt(formatting_.Size() - 1);
+            PopCurrent();
+            return;
+        }
     }
     for (int outer = 0; outer < 8; ++outer) {
         if (!AdoptOnce(subject)) return;
