@@ -72,6 +72,10 @@ public:
     // at the end.
     std::u16string Dump();
 
+    // False when no item of the cell has ever held a table: a look at the cell alone, where most items are
+    // texts.
+    bool MayHoldTables() const noexcept { return mayHoldTables_; }
+
     // Adds this cell's counters, and 1 to Cells, to `statistics`, and then those of the tables nested in it
     // down to `depth` levels: 0 none, 1 the tables that stand in the cell, kAllLevels all.
     void Statistics(KStatistics& statistics, unsigned int depth) const;
@@ -89,6 +93,8 @@ public:
     }
 
 private:
+    friend class KCellItem;  // says when it is given a table
+
     mutable ZOT::SPRefCounter holders_;
     unsigned int col_;
     KTable* table_;
@@ -99,6 +105,7 @@ private:
     unsigned int images_ = 0;
     unsigned int wordsInLinksAndImages_ = 0;
     unsigned int tables_ = 0;
+    bool mayHoldTables_ = false;
 };
 
 }  // namespace QuillNS

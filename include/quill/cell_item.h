@@ -119,6 +119,7 @@ public:
     const ZOT::SmartPtr<KTable>& Table() const noexcept { return table_; }
     void Table(const ZOT::SmartPtr<KTable>& table);
 
+    // Null once the cell is gone.
     KCell* ParentCell() noexcept { return parent_; }
 
     // Holders; one more; one fewer, and the last one destroys the item. The new count is returned.
@@ -131,6 +132,8 @@ public:
     }
 
 private:
+    friend class KCell;  // says when it goes
+
     mutable ZOT::SPRefCounter holders_;
     KCell* parent_;
     ZOT::SmartPtr<KCellText> text_;

@@ -18,6 +18,9 @@ KCell::KCell(KTable* table, unsigned int col, unsigned int row) noexcept
 
 // In the order in which they were made, and so stand in memory.
 KCell::~KCell() {
+    for (const ZOT::SmartPtr<KCellItem>& item : items_) {
+        if (item->NbRef() != 1) item->parent_ = nullptr;
+    }
     items_.Clear();
 }
 

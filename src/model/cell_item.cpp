@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <cstring>
 #include <memory>
-#include <quill/cell_item.h>
+#include <quill/cell.h>
 #include <quill/table.h>
 #include <zot/text.h>
 
@@ -81,6 +81,7 @@ void KCellItem::MakeParagraph() {
 
 void KCellItem::Table(const ZOT::SmartPtr<KTable>& table) {
     table_ = table;
+    if (table && parent_ != nullptr) parent_->mayHoldTables_ = true;
 }
 
 }  // namespace QuillNS

@@ -7,6 +7,7 @@ namespace QuillNS {
 // Call `visit` with each table (a ZOT::SmartPtr) that stands in a cell, in item order.
 template <class Visit>
 void VisitChildTables(const KCell& cell, Visit&& visit) {
+    if (!cell.MayHoldTables()) return;
     for (const ZOT::SmartPtr<KCellItem>& item : cell) {
         if (item->IsTable()) visit(item->Table());
     }

@@ -25,6 +25,20 @@ TEST(CellItem, IsWhatItHolds) {
     EXPECT_FALSE(item.IsTable());
 }
 
+TEST(CellItem, MayOutliveItsCell) {
+    ZOT::SmartPtr<KCellItem> item;
+    const ZOT::SmartPtr<KTable> table(new KTable(nullptr, 1, 1, 0), true);
+    {
+        const ZOT::SmartPtr<KCell> cell(new KCell(nullptr, 0, 0), true);
+        item = cell->AddCellItem();
+        EXPECT_EQ(item->ParentCell(), cell.Get());
+        EXPECT_FALSE(cell->MayHoldTables());
+    }
+    EXPECT_EQ(item->ParentCell(), nullptr);
+    item->Table(table);
+    EXPECT_EQ(item->Table(), table);
+}
+
 TEST(CellItem, SpanRunsFromTheFirstCountedRunToTheLast) {
     struct Run {
         const char16_t* text;

@@ -1,5 +1,6 @@
 #include "node_store.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "tokenizer.h"
@@ -40,15 +41,27 @@ ZOT::RefCount<Node> NodeStore::HandOut() noexcept {
     return {holders_, &nodes_[kDocumentNode]};
 }
 
-// A typical page has a node for every 20 to 40 bytes.
+// A typical page has a node for every 20 to 40 bytes. One that has more goes on as it began, mostly: so the
+// array grows once, to what the rest of the source will need and a little more, and never by more than it
+// makes good.
 bool NodeStore::Grow() noexcept {
-    const std::size_t capacity = capacity_ == 0 ? size_ / 32 + 64 : 2 * static_cast<std::size_t>(capacity_);
+    const std::size_t capacity = capacity_ == 0 ? size_ / 32 + 64 : NextCapacity();
     if (capacity > 0xFFFFFFFFu) return Fail();
     void* const memory = ZOT::PoolReallocate(nodes_, count_ * sizeof(Node), capacity * sizeof(Node));
     if (memory == nullptr) return Fail();
     nodes_ = static_cast<Node*>(memory);
     capacity_ = static_cast<unsigned int>(capacity);
     return true;
+}
+
+std::size_t NodeStore::NextCapacity() const noexcept {
+    constexpr NodeIndex kLookedAt = 16;  // the last nodes, of which some stand in the source
+    unsigned int position = 0;
+    for (NodeIndex node = count_ - kLookedAt; node != count_; ++node)
+        position = std::max(position, nodes_[node].position_);
+    const std::size_t count = count_;
+    const std::size_t expected = position == 0 ? count : count * size_ / position;  // 0: the source is read
+    return std::clamp(expected + expected / 16, count + count / 4, 4 * count);
 }
 
 void NodeStore::InsertBefore(NodeIndex next, NodeIndex child) noexcept {

@@ -256,6 +256,7 @@ private:
     }
     NodeIndex NewBreak() noexcept { return NewNode(kKeywordBreak | WordOf(NodeType::kBreak), 0, 0); }
     bool Grow() noexcept;
+    std::size_t NextCapacity() const noexcept;
     bool Fail() noexcept {
         failed_ = true;
         return false;

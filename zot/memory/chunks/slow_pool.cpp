@@ -50,7 +50,11 @@ constinit ThreadEnd threadEnd;
 
 void Give(SpanHead* head) {
     const std::size_t bytes = head->bytes;
-    kept.Give(head, bytes);
+    if (bytes == kChunkBytes) {
+        kept.GiveChunk(head);
+    } else {
+        kept.Give(head, bytes);
+    }
     if (ending) kept.GiveBack();
 }
 
@@ -112,10 +116,10 @@ std::size_t SpanFor(std::size_t size) {
 }
 
 void* NewAlone(std::size_t size) {
-    const std::size_t bytes = SpanFor(size);
+    std::size_t bytes = SpanFor(size);
     if (bytes == 0) return nullptr;
     if (!ending && !std::exchange(watched, true)) threadEnd.Watch();
-    void* const span = kept.Take(bytes);
+    void* const span = bytes == kChunkBytes ? kept.TakeChunk() : kept.Take(bytes);
     return span == nullptr ? nullptr : ::new (span) SpanHead{1, true, bytes} + 1;
 }
 

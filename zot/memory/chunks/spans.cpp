@@ -2,87 +2,97 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
 namespace ZOTMem {
 
 void* KeptSpans::TakeChunk() {
-    if (chunks_ != nullptr) {
-        Free* const chunk = chunks_;
-        chunks_ = chunk->next;
-        bytes_ -= kChunkBytes;
-        return chunk;
+    for (List* const list : {&surplus_, &chunks_}) {
+        if (list->first != nullptr) return list->Pop(&list->first);
     }
-    if (void* const kept = TakeBestFit(kChunkBytes)) return kept;
-    void* const batch = MapSpan(batch_);
-    if (batch == nullptr) return MapSpan(kChunkBytes);
-    Keep(static_cast<char*>(batch) + kChunkBytes, batch_ - kChunkBytes);
-    batch_ = std::min(2 * batch_, kLargestBatch);
-    return batch;
+    if (rest_ == rest_end_) {
+        const std::size_t batch =
+            std::clamp(mapped_ / 4 / kChunkBytes * kChunkBytes, kLeastBatch, kLargestBatch);
+        rest_ = rest_end_ = static_cast<char*>(MapSpan(batch));
+        if (rest_ == nullptr) return nullptr;
+        rest_end_ += batch;
+        mapped_ += batch;
+    }
+    return std::exchange(rest_, rest_ + kChunkBytes);
 }
 
-void* KeptSpans::Take(std::size_t bytes) {
-    if (bytes == kChunkBytes) return TakeChunk();
-    if (void* const kept = TakeBestFit(bytes)) return kept;
-    return MapSpan(bytes);
+void* KeptSpans::Take(std::size_t& bytes) {
+    Free** const link = larger_.BestFit(bytes);
+    if (*link == nullptr) return MapSpan(bytes);
+    bytes = (*link)->bytes;
+    return larger_.Pop(link);
 }
 
+void KeptSpans::GiveChunk(void* chunk) {
+    if (chunks_.bytes < kChunksBytes) return chunks_.Push(chunk, kChunkBytes);
+    surplus_.Push(chunk, kChunkBytes);
+    if (surplus_.bytes == kSurplusBytes) surplus_.GiveBack();
+}
+
+// Spans that no page takes any more go with those that it takes, now and then.
 void KeptSpans::Give(void* span, std::size_t bytes) {
-    if (bytes > kKeepBytes) return UnmapSpan(span, bytes);
-    if (bytes_ + bytes > kKeepBytes) GiveBack();
-    Keep(span, bytes);
+    if (bytes > kLargerBytes) return UnmapSpan(span, bytes);
+    if (larger_.bytes + bytes > kLargerBytes) larger_.GiveBack();
+    larger_.Push(span, bytes);
 }
 
-void KeptSpans::Keep(void* span, std::size_t bytes) {
-    Free*& list = bytes == kChunkBytes ? chunks_ : larger_;
-    list = ::new (span) Free{list, bytes};
-    bytes_ += bytes;
+void KeptSpans::GiveBack() {
+    for (List* const list : {&chunks_, &surplus_, &larger_}) list->GiveBack();
+    if (rest_ != rest_end_) UnmapSpan(rest_, static_cast<std::size_t>(rest_end_ - rest_));
+    *this = KeptSpans();
 }
 
-// The link to the smallest span of more than one chunk that has room for `bytes`; a link to null when none
-// has.
-KeptSpans::Free** KeptSpans::BestFit(std::size_t bytes) {
-    Free** at = &larger_;
+void KeptSpans::List::Push(void* span, std::size_t size) {
+    first = ::new (span) Free{first, size};
+    bytes += size;
+}
+
+void* KeptSpans::List::Pop(Free** link) {
+    Free* const span = *link;
+    *link = span->next;
+    bytes -= span->bytes;
+    return span;
+}
+
+// The link to the smallest span that has room for `size` and not half as much again; a link to null when
+// there is none.
+KeptSpans::Free** KeptSpans::List::BestFit(std::size_t size) {
+    Free** at = &first;
     Free** best = nullptr;
+    std::size_t below = size + size / 2 + 1;
     for (; *at != nullptr; at = &(*at)->next) {
-        const std::size_t size = (*at)->bytes;
-        if (size >= bytes && (best == nullptr || size < (*best)->bytes)) best = at;
+        if ((*at)->bytes < size || (*at)->bytes >= below) continue;
+        best = at;
+        below = (*at)->bytes;
     }
     return best == nullptr ? at : best;
 }
 
-// What is left of a span stays kept.
-void* KeptSpans::TakeBestFit(std::size_t bytes) {
-    Free** const link = BestFit(bytes);
-    Free* const span = *link;
-    if (span == nullptr) return nullptr;
-    *link = span->next;
-    bytes_ -= span->bytes;
-    if (span->bytes != bytes) Keep(reinterpret_cast<char*>(span) + bytes, span->bytes - bytes);
-    return span;
-}
-
-// Neighbours go back together: what was made together was mostly freed in the order of its addresses.
-void KeptSpans::GiveBack() {
-    char* first = nullptr;
-    char* last = nullptr;
-    for (Free* list : {chunks_, larger_}) {
-        while (list != nullptr) {
-            char* const at = reinterpret_cast<char*>(list);
-            const std::size_t bytes = list->bytes;
-            list = list->next;
-            if (at + bytes == first) {
-                first = at;
-            } else if (at == last) {
-                last = at + bytes;
-            } else {
-                if (first != nullptr) UnmapSpan(first, static_cast<std::size_t>(last - first));
-                first = at;
-                last = at + bytes;
-            }
+// Neighbours together: a tree is freed in the order of its addresses, mostly.
+void KeptSpans::List::GiveBack() {
+    char* begin = nullptr;
+    char* end = nullptr;
+    while (first != nullptr) {
+        char* const at = reinterpret_cast<char*>(first);
+        const std::size_t size = first->bytes;
+        first = first->next;
+        if (at + size == begin) {
+            begin = at;
+        } else if (at == end) {
+            end += size;
+        } else {
+            if (begin != end) UnmapSpan(begin, static_cast<std::size_t>(end - begin));
+            begin = at;
+            end = at + size;
         }
     }
-    if (first != nullptr) UnmapSpan(first, static_cast<std::size_t>(last - first));
-    *this = KeptSpans();
+    if (begin != end) UnmapSpan(begin, static_cast<std::size_t>(end - begin));
+    bytes = 0;
 }
 
 }  // namespace ZOTMem

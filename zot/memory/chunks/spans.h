@@ -17,22 +17,29 @@ void UnmapSpan(void* span, std::size_t bytes) noexcept;
 void* MoveSpan(void* span, std::size_t from, std::size_t bytes) noexcept;
 
 // Free spans in the hands of one thread, so that page after page takes the same memory without a word to the
-// system, which would take the pages away and clear them.
-//
-// At most kKeepBytes: one more, and all go back. So a page whose tree is larger than that costs a call to the
-// system for every kKeepBytes.
+// system, which would take the pages away and clear them. At most kMostBytes, for a thread that reads large
+// pages: no more than its pages have needed.
 class KeptSpans {
 public:
-    static constexpr std::size_t kKeepBytes = 16 * 1024 * 1024;
+    static constexpr std::size_t kChunksBytes = 12 * 1024 * 1024;
+    static constexpr std::size_t kSurplusBytes = 4 * 1024 * 1024;
+    static constexpr std::size_t kLargerBytes = 12 * 1024 * 1024;
+    static constexpr std::size_t kLeastBatch = 256 * 1024;
+    static constexpr std::size_t kLargestBatch = 4 * 1024 * 1024;
+    static constexpr std::size_t kMostBytes = kChunksBytes + kSurplusBytes + kLargerBytes + kLargestBatch;
 
     constexpr KeptSpans() = default;
 
     // Null when memory runs out.
     void* TakeChunk();
-    void* Take(std::size_t bytes);
-    // Whether Take, for more than a chunk, would not ask the system.
-    bool Has(std::size_t bytes) { return *BestFit(bytes) != nullptr; }
-    void Give(void* span, std::size_t bytes);
+    // At least `bytes`, which is then what the span has; more than a chunk.
+    void* Take(std::size_t& bytes);
+    // Whether Take would not ask the system.
+    bool Has(std::size_t bytes) { return *larger_.BestFit(bytes) != nullptr; }
+
+    void GiveChunk(void* chunk);
+    void Give(void* span, std::size_t bytes);  // more than a chunk
+
     // Gives everything back to the system.
     void GiveBack();
 
@@ -42,18 +49,24 @@ private:
         std::size_t bytes;
     };
 
-    Free** BestFit(std::size_t bytes);
-    void* TakeBestFit(std::size_t bytes);
-    void Keep(void* span, std::size_t bytes);
+    struct List {
+        void Push(void* span, std::size_t size);
+        void* Pop(Free** link);
+        Free** BestFit(std::size_t size);
+        void GiveBack();
 
-    // Chunks are asked from the system side by side: a few first, more with every time.
-    static constexpr std::size_t kFirstBatch = 4 * kChunkBytes;
-    static constexpr std::size_t kLargestBatch = 64 * kChunkBytes;
+        Free* first = nullptr;  // the last one given
+        std::size_t bytes = 0;
+    };
 
-    Free* chunks_ = nullptr;  // of one chunk, the last one given first
-    Free* larger_ = nullptr;
-    std::size_t bytes_ = 0;
-    std::size_t batch_ = kFirstBatch;
+    List chunks_;
+    List surplus_;  // chunks beyond, which go back together: the system is asked once for neighbours
+    List larger_;   // never cut up: the next page wants them as they are
+
+    // New chunks come side by side: a quarter of those that came already.
+    std::size_t mapped_ = 0;
+    char* rest_ = nullptr;  // of the last batch
+    char* rest_end_ = nullptr;
 };
 
 }  // namespace ZOTMem
