@@ -68,7 +68,12 @@ enum class Outcome { kPlaced, kOverBudget, kOutOfMemory };
 class GridLayout {
 public:
     GridLayout(LayoutGrid& grid, unsigned int rows, Grant grant, const GridBudget& budget)
-        : slots_(grid.slots_), ends_(grid.ends_), rows_(rows), grant_(grant), budget_(budget) {}
+        : slots_(grid.slots_),
+          ends_(grid.ends_),
+          freeFrom_(grid.freeFrom_),
+          rows_(rows),
+          grant_(grant),
+          budget_(budget) {}
 
     Outcome Place(NodeIterator first, NodeIterator last);
     unsigned int Cols() const { return cols_; }
@@ -91,8 +96,7 @@ private:
 
     ZOT::FastVector<LayoutSlot>& slots_;
     ZOT::FastVector<std::size_t>& ends_;
-    ZOT::FastVector<unsigned int>
-        freeFrom_;                  // for each column, the first row from here on that nothing covers
+    ZOT::FastVector<unsigned int>& freeFrom_;
     unsigned int coveredRows_ = 0;  // the largest of them
     unsigned int rows_;
     unsigned int cols_ = 0;
@@ -156,6 +160,7 @@ unsigned int SpanOf(const std::string& value, unsigned int most) {
 Outcome GridLayout::Place(NodeIterator first, NodeIterator last) {
     slots_.Resize(0);
     ends_.Resize(0);
+    freeFrom_.Resize(0);
     PlaceRows(first, last);
     if (foot_ != NodeIterator()) {
         footsInPlace_ = true;

@@ -56,10 +56,18 @@ public:
         return {slots_.Begin() + (row == 0 ? 0 : ends_[row - 1]), slots_.Begin() + ends_[row]};
     }
 
+    void Swap(LayoutGrid& other) noexcept {
+        slots_.Swap(other.slots_);
+        ends_.Swap(other.ends_);
+        freeFrom_.Swap(other.freeFrom_);
+    }
+
 private:
     friend class GridLayout;
     ZOT::FastVector<LayoutSlot> slots_;
     ZOT::FastVector<std::size_t> ends_;
+    // While it is laid out, for each column the first row from here on that nothing covers.
+    ZOT::FastVector<unsigned int> freeFrom_;
 };
 
 // Lays out the table whose child entries are [first, last): every cell gets the position where it starts, as
@@ -67,8 +75,8 @@ private:
 // counts as its rows in its place); those of the last foot group come last, those of earlier foot groups keep
 // their number at the end of the grid and hold no cells.
 //
-// `cols` and `rows` are 0 and `grid` is empty on entry. False when the table has no rows (`rows` is then 0),
-// and when memory runs out.
+// `cols` and `rows` are 0 on entry; `grid` is replaced, in the room that it has. False when the table has no
+// rows (`rows` is then 0), and when memory runs out.
 //
 // A table whose grid would outgrow `budget` is laid out without spans, and one that is too large even so as a
 // single column with one cell in each row. The order of the cells stays.

@@ -107,9 +107,15 @@ void NodeWalker::ParseElement(const Node& node, ZOT::SmartPtr<KCell>& cell, bool
 
 // What stands in the table outside its cells (a caption, text between rows) is not read.
 void NodeWalker::ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell) {
-    const auto children = node.Children();
-    if (const Node* const only = OnlyCell(children)) return ParseOneCell(*only, *cell);
+    if (const Node* const only = OnlyCell(node.Children())) return ParseOneCell(*only, *cell);
+    // The room of a grid goes from table to table. A nested table finds it in use and makes its own.
     LayoutGrid grid;
+    grid.Swap(gridRoom_);
+    ParseGrid(node.Children(), grid, *cell);
+    grid.Swap(gridRoom_);
+}
+
+void NodeWalker::ParseGrid(ZOTParser::HtmlDocTree::ChildRange children, LayoutGrid& grid, KCell& cell) {
     unsigned int cols = 0;
     unsigned int rows = 0;
     if (!LayoutTable(children.Begin(), children.End(), cols, rows, grid, gridBudget_)) {
@@ -117,7 +123,7 @@ void NodeWalker::ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell) {
         return;
     }
     if (cols == 0) return;
-    const ZOT::SmartPtr<KTable> table = AddTable(*cell, cols, rows);
+    const ZOT::SmartPtr<KTable> table = AddTable(cell, cols, rows);
     if (table) FillGrid(grid, *table);
 }
 

@@ -38,6 +38,7 @@ private:
     void ParseElement(const Node& node, ZOT::SmartPtr<KCell>& cell, bool inAnchor);
     void ParseTable(const Node& node, ZOT::SmartPtr<KCell>& cell);
     void ParseOneCell(const Node& node, KCell& cell);
+    void ParseGrid(ZOTParser::HtmlDocTree::ChildRange children, LayoutGrid& grid, KCell& cell);
     void FillGrid(const LayoutGrid& grid, KTable& table);
     std::span<char16_t> Decode(const Node& text);
     ZOT::SmartPtr<KTable> AddTable(KCell& cell, unsigned int cols, unsigned int rows);
@@ -45,6 +46,7 @@ private:
 
     CellText text_;
     GridBudget gridBudget_;
+    LayoutGrid gridRoom_;
     ZOT::FastVector<char16_t> raw_;  // room for the text node at hand
     bool outOfMemory_ = false;
 };
