@@ -34,6 +34,7 @@ public:
 
     void Insert(unsigned int index, const Entry& entry) noexcept;
     void RemoveAt(unsigned int index) noexcept;
+    void RemoveLast() noexcept { --size_; }
     void Remove(NodeIndex node) noexcept;
     unsigned int IndexOf(NodeIndex node) const noexcept;
     // The last entry of that name behind the last marker.

@@ -51,6 +51,11 @@ public:
     unsigned int SourceSize() const noexcept { return size_; }
     unsigned int PositionOf(const char* at) const noexcept { return static_cast<unsigned int>(at - source_); }
     bool Failed() const noexcept { return failed_; }
+    // Whoever builds the tree may run out of memory too. Returns false.
+    bool Fail() noexcept {
+        failed_ = true;
+        return false;
+    }
 
     // The document node as its first holder. From then on the store belongs to its holders: the last one
     // deletes it.
@@ -257,10 +262,6 @@ private:
     NodeIndex NewBreak() noexcept { return NewNode(kKeywordBreak | WordOf(NodeType::kBreak), 0, 0); }
     bool Grow() noexcept;
     std::size_t NextCapacity() const noexcept;
-    bool Fail() noexcept {
-        failed_ = true;
-        return false;
-    }
     unsigned int NewPiece(TextKind kind, unsigned int position, unsigned int length) noexcept;
     template <class Visit>
     bool VisitTag(unsigned int position, Visit& visit) const;

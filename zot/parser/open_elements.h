@@ -56,6 +56,8 @@ public:
         Count(element, -1);
         formattingClosed_ |= (element.flags & kFormatting) != 0;
     }
+    // Pops a formatting element that has left the list of active formatting elements.
+    void PopInactive() noexcept { Count(items_[--size_], -1); }
     // Pops down to `size` elements.
     void PopTo(unsigned int size) noexcept {
         while (size_ > size) Pop();

@@ -5,7 +5,7 @@
 namespace ZOTParser {
 
 // What an element says about its place on the page, by its tag and its attributes.
-enum class Description {
+enum class Description : std::uint8_t {
     kNone,
     kHidden,          // `hidden`, aria-hidden="true", or an inline style that takes it off the page
     kAround,          // it stands around the content: nav, aside, footer, a form for searching, ...

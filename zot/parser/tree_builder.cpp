@@ -29,7 +29,7 @@ void TreeBuilder::SetContext(Tag tag, Namespace ns) noexcept {
     const OpenElement root = NewElement(kHtml, Namespace::kHtml, false);
     nodes_.Append(kDocumentNode, root.node);
     open_.Push(root);
-    if (context_.Is(kTemplate)) templateModes_.Append(Mode::kInTemplate);
+    if (context_.Is(kTemplate)) PushTemplateMode();
     if (context_.Is(kForm)) formElement_ = kSpareNode;
     ResetInsertionMode();
 }

@@ -162,6 +162,9 @@ private:
     void EndTemplate() noexcept;
     void CloseTemplate() noexcept;
     bool InTemplateStartTag() noexcept;
+    void PushTemplateMode() noexcept {
+        if (!templateModes_.Append(Mode::kInTemplate)) nodes_.Fail();
+    }
     bool SwitchTemplateMode(Mode mode) noexcept;
     Mode TemplateMode() const noexcept {
         return templateModes_.Size() == 0 ? Mode::kInBody : templateModes_[templateModes_.Size() - 1];

@@ -468,9 +468,12 @@ void TreeBuilder::RunAdoptionAgency() noexcept {
     if (open_.Current().Is(subject)) {
         // Nearly always what was opened last is closed first.
         const NodeIndex current = open_.Current().node;
-        const bool isLast = !formatting_.Empty() && formatting_.Last().node == current;
-        if (isLast || formatting_.IndexOf(current) == ActiveFormatting::kNotFound) {
-            if (isLast) formatting_.RemoveAt(formatting_.Size() - 1);
+        if (!formatting_.Empty() && formatting_.Last().node == current) {
+            formatting_.RemoveLast();
+            open_.PopInactive();
+            return;
+        }
+        if (formatting_.IndexOf(current) == ActiveFormatting::kNotFound) {
             PopCurrent();
             return;
         }

@@ -11,7 +11,7 @@ void TreeBuilder::StartTemplate() noexcept {
     InsertHtmlElement();
     framesetOk_ = false;
     mode_ = Mode::kInTemplate;
-    templateModes_.Append(Mode::kInTemplate);
+    PushTemplateMode();
 }
 
 void TreeBuilder::EndTemplate() noexcept {
