@@ -144,6 +144,17 @@ TEST(BlockReading, LeavesOutWhatIsNamedAsClutter) {
          R"(clutter("a") clutter(item("b") break) clutter("c") PROSE)"},
         {"<section class=recommended>a</section><section class=recommendations>b</section>PROSE",
          R"(clutter("a") clutter("b") PROSE)"},
+        // A menu is one of links, or of dishes.
+        {"<div class=menu><a href=x>a</a>b</div><div class=mainMenu>c</div>PROSE",
+         R"(clutter(anchor*("a") "b") table(row(cell("c"))) PROSE)"},
+        // Comments are none of an article of today, and what there is to read in a forum.
+        {"<main><p>PROSE<p>PROSE<div id=comments>PROSE</div></main>",
+         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) clutter(PROSE)))))"},
+        {"<div><p>PROSE<p>PROSE<div id=comments>a</div></div>",
+         R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) table(row(cell("a")))))))"},
+        {"<main><p>PROSE<div id=comments><ul><li>PROSE<li>PROSE</ul></div></main>",
+         R"(table(row(cell(paragraph(PROSE break) table(row(cell(list(item(PROSE) item(PROSE) break))))))))"},
+        {"<div class='menu comments sidebar'>a</div>PROSE", R"(clutter("a") PROSE)"},
         // Within a word, of another block, in another attribute, or what a name says nothing about.
         {"<div class=unrelated>a</div>PROSE", R"(table(row(cell("a"))) PROSE)"},
         {"<div class='has-sidebar page'>a</div><div id=withSidebar>b</div>PROSE",
@@ -152,10 +163,12 @@ TEST(BlockReading, LeavesOutWhatIsNamedAsClutter) {
         {"<div title=related>a</div><p class=related>b</p><b class=related>c</b>PROSE",
          R"(table(row(cell("a"))) paragraph("b" break) inline("c") PROSE)"},
         // Most of the page, most of its prose, or around the main element.
-        {"<div class=related>a</div>b", R"(clutter("a") "b")"},
-        {"<div class=related>abc</div>b", R"(table(row(cell("abc"))) "b")"},
+        {"<div class=related>abc</div>b", R"(clutter("abc") "b")"},
+        {"<div class=related>abcd</div>b", R"(table(row(cell("abcd"))) "b")"},
         {"<div class=reviews>PROSE<br>PROSE</div><p>PROSE",
-         R"(table(row(cell(PROSE break PROSE))) paragraph(PROSE break))"},
+         R"(clutter(PROSE break PROSE) paragraph(PROSE break))"},
+        {"<p>PROSE<div class=reviews>PROSE<br>PROSE<br>PROSE<br>PROSE<br>PROSE</div>",
+         R"(paragraph(PROSE break) table(row(cell(PROSE break PROSE break PROSE break PROSE break PROSE))))"},
         {"<div class=sidebar><main>a</main></div><div>PROSE</div>",
          R"(block(table(row(cell("a")))) table(row(cell(PROSE))))"},
     };

@@ -46,8 +46,10 @@ constexpr std::uint64_t kFilledInFormShare = 40;
 
 // A block that its author names as clutter is believed as long as it is no more than a part of the page: of a
 // hundred bytes shown, and of a hundred bytes of prose.
-constexpr std::uint64_t kMostNamedShare = 60;
-constexpr std::uint64_t kMostNamedProse = 50;
+constexpr std::uint64_t kMostNamedShare = 80;
+constexpr std::uint64_t kMostNamedProse = 80;
+// Comments with more of the prose are what there is to read.
+constexpr std::uint64_t kMostCommentProse = 60;
 
 // What is decided about a page before its blocks are looked at one by one.
 struct PageKind {
@@ -135,10 +137,21 @@ private:
     bool IsNamed(unsigned int index) const noexcept {
         const Block& block = page_.blocks[index];
         const unsigned int shown = block.bytes.Shown();
-        return shown != 0 && index >= leftOutEnd_ && MayBeNamed(nodes_[block.element].Keyword()) &&
-               index != page_.main && std::uint64_t{shown} * 100 < shown_.all * kMostNamedShare &&
-               std::uint64_t{block.bytes.prose} * 100 <= shown_.prose * kMostNamedProse &&
-               !HoldsMain(index) && IsNamedAsClutter(nodes_, block.element);
+        if (shown == 0 || index < leftOutEnd_ || !MayBeNamed(nodes_[block.element].Keyword())) return false;
+        if (index == page_.main || HoldsMain(index)) return false;
+        const auto hasProse = [&](std::uint64_t hundredth) {
+            return std::uint64_t{block.bytes.prose} * 100 > shown_.prose * hundredth;
+        };
+        if (std::uint64_t{shown} * 100 >= shown_.all * kMostNamedShare || hasProse(kMostNamedProse))
+            return false;
+        switch (NameOf(nodes_, block.element)) {
+            case ClutterName::kNone: return false;
+            case ClutterName::kMenu: return std::uint64_t{block.bytes.linked} * 2 >= block.bytes.all;
+            // A page with a main element is of today, and its comments are no part of an article any more.
+            case ClutterName::kComments: return kind_.isMainAlone && !hasProse(kMostCommentProse);
+            case ClutterName::kClutter: return true;
+        }
+        return false;
     }
 
     static bool MayBeNamed(unsigned int keyword) noexcept {

@@ -1,5 +1,6 @@
 #include "clutter_names.h"
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -32,26 +33,34 @@ bool BeginsWith(std::uint64_t word, const char (&letters)[kSize]) noexcept {
     return (word & std::bit_cast<std::uint64_t>(mask)) == std::bit_cast<std::uint64_t>(beginning);
 }
 
+ClutterName NameIf(bool is, ClutterName name) noexcept {
+    return is ? name : ClutterName::kNone;
+}
+
 // Other pages and goods; what visitors write; what wants something of the reader; what belongs to the site,
 // or shows for a moment.
-bool IsClutter(const char* at) noexcept {
+ClutterName NameOfWord(const char* at) noexcept {
     const std::uint64_t word = FirstEight(at);
+    const auto clutter = [](bool is) { return NameIf(is, ClutterName::kClutter); };
     switch (*at | 0x20) {
-        case 'b': return BeginsWith(word, "breadcru");
+        case 'b': return clutter(BeginsWith(word, "breadcru"));
         case 'c':
-            return BeginsWith(word, "cookie") || BeginsWith(word, "commentf") ||
-                   BeginsWith(word, "consent") || BeginsWith(word, "copyrigh");
-        case 'g': return BeginsWith(word, "gdpr");
-        case 'n': return BeginsWith(word, "newslett");
+            if (BeginsWith(word, "comments")) return ClutterName::kComments;
+            return clutter(BeginsWith(word, "cookie") || BeginsWith(word, "commentf") ||
+                           BeginsWith(word, "consent") || BeginsWith(word, "copyrigh"));
+        case 'f': return clutter(BeginsWith(word, "footer"));
+        case 'g': return clutter(BeginsWith(word, "gdpr"));
+        case 'm': return NameIf(BeginsWith(word, "menu") || BeginsWith(word, "mega"), ClutterName::kMenu);
+        case 'n': return clutter(BeginsWith(word, "newslett"));
         case 'r':
-            return BeginsWith(word, "related") || BeginsWith(word, "recommen") ||
-                   BeginsWith(word, "respond") || BeginsWith(word, "reviews");
+            return clutter(BeginsWith(word, "related") || BeginsWith(word, "recommen") ||
+                           BeginsWith(word, "respond") || BeginsWith(word, "reviews"));
         case 's':
-            return BeginsWith(word, "sidebar") || BeginsWith(word, "signup") || BeginsWith(word, "similar") ||
-                   BeginsWith(word, "subscrib");
-        case 't': return BeginsWith(word, "tooltip");
-        case 'u': return BeginsWith(word, "upsell");
-        default: return false;
+            return clutter(BeginsWith(word, "sidebar") || BeginsWith(word, "signup") ||
+                           BeginsWith(word, "similar") || BeginsWith(word, "subscrib"));
+        case 't': return clutter(BeginsWith(word, "tooltip"));
+        case 'u': return clutter(BeginsWith(word, "upsell"));
+        default: return ClutterName::kNone;
     }
 }
 
@@ -72,7 +81,8 @@ bool IsSpokenOf(const char* first, const char* word) noexcept {
 }
 
 // Looks at no byte but the first ones of words: a capital, and a letter behind none.
-bool NamesClutter(Span names) noexcept {
+ClutterName NameIn(Span names) noexcept {
+    ClutterName name = ClutterName::kNone;
     unsigned int letterBefore = 0;
     for (const char* at = names.first; at < names.last; at += ByteVector::kSize) {
         const ByteVector bytes = ByteVector::Load(at);
@@ -81,24 +91,25 @@ bool NamesClutter(Span names) noexcept {
         unsigned int words = capitals | (letters & ~(letters << 1 | letterBefore));
         for (; words != 0; words &= words - 1) {
             const char* const word = at + std::countr_zero(words);
-            if (word >= names.last) return false;
-            if (IsClutter(word) && !IsSpokenOf(names.first, word)) return true;
+            if (word >= names.last) return name;
+            const ClutterName found = NameOfWord(word);
+            if (found > name && !IsSpokenOf(names.first, word)) name = found;
         }
         letterBefore = letters >> (ByteVector::kSize - 1);
     }
-    return false;
+    return name;
 }
 
 }  // namespace
 
-bool IsNamedAsClutter(const NodeStore& nodes, NodeIndex element) noexcept {
-    bool is = false;
+ClutterName NameOf(const NodeStore& nodes, NodeIndex element) noexcept {
+    ClutterName name = ClutterName::kNone;
     nodes.VisitAttributes(nodes[element], [&](const Attribute& attribute) {
         if (IsIgnoringCase(attribute.name, "class") || IsIgnoringCase(attribute.name, "id"))
-            is = NamesClutter(attribute.value);
-        return !is;
+            name = std::max(name, NameIn(attribute.value));
+        return name != ClutterName::kClutter;
     });
-    return is;
+    return name;
 }
 
 }  // namespace ZOTParser
