@@ -22,7 +22,7 @@ std::string Roles(const std::string& page, HtmlKeywordTable::PrtType reading) {
 
 // Pages as other people write them: what decides is where the words stand.
 TEST(ReadingChoice, TakesTheTablesWhereThePageIsLaidOutWithThem) {
-    const std::string inTable = "<table><tr><td><div>" + Words(990) + "</div></td></tr></table>";
+    const std::string inTable = "<div></div><table><tr><td><p>" + Words(950) + "</td></tr></table>";
     struct Case {
         std::string page;
         bool tables;
@@ -35,12 +35,14 @@ TEST(ReadingChoice, TakesTheTablesWhereThePageIsLaidOutWithThem) {
         {"<div>a block", false},
         {"<div></div>a block without words", false},
         {"<custom-element><section>a block", false},
-        {inTable + Words(10), true},
-        {inTable + Words(11), false},
+        {inTable + Words(50), true},
+        {inTable + Words(51), false},
+        {"<table><tr><td>" + Words(94) + "<td><div>" + Words(6) + "</table>", false},
+        {"<table><tr><td><div>" + Words(10) + "<table><tr><td>" + Words(190) + "</table></table>", true},
         // What nobody sees counts on neither side.
         {inTable + "<script>" + Words(500) + "</script><noscript>" + Words(500) + "</noscript>", true},
         {"<div><table><tr><td>" + Words(100) + "</table></div>", true},
-        {"<div>" + Words(5) + "<table><tr><td>" + Words(100) + "</table></div>", false},
+        {"<div>" + Words(6) + "<table><tr><td>" + Words(100) + "</table></div>", false},
         {"<table><caption>" + Words(99) + "</caption><tr><td><div>one</table>", true},
     };
     for (const Case& c : cases) {

@@ -125,12 +125,17 @@ private:
     // From here to the closing the bytes are those before the block.
     unsigned int Open(NodeIndex node, Description description) noexcept {
         const auto index = static_cast<unsigned int>(page_.blocks.Size());
-        if (!page_.blocks.Append({node, open_, index + 1, description, false, 0, bytes_})) {
+        if (!page_.blocks.Append({node, open_, index + 1, description, false, IsOfTable(node), 0, bytes_})) {
             failed_ = true;
             return open_;
         }
         openElement_ = node;
         return open_ = index;
+    }
+
+    bool IsOfTable(NodeIndex node) const noexcept {
+        if (node == kDocumentNode || IsLayoutBlock(nodes_.TagOf(node))) return false;
+        return nodes_[node].Keyword() == kKeywordTable || page_.blocks[open_].isOfTable;
     }
 
     unsigned int Close() noexcept {
@@ -161,7 +166,6 @@ private:
     // --- tables: one without blocks or tables in its cells may hold data
 
     void EnterTable(unsigned int index) noexcept {
-        if (table_ == 0) table_ = index;
         plainTable_ = index;
         rows_ = cells_ = 0;
     }
@@ -175,7 +179,6 @@ private:
         Block& table = page_.blocks[index];
         table.isData = index == plainTable_ && rows_ >= 2 && cells_ >= 2 * rows_ &&
                        std::uint64_t{2} * table.bytes.linked < table.bytes.all;
-        if (index == table_) table_ = 0;
     }
 
     // --- links
@@ -198,7 +201,6 @@ private:
     void AddText(const Node& text) noexcept {
         const unsigned int size = text.SourceLength();
         bytes_.all += size;
-        if (table_ != 0) bytes_.inTables += size;
         if (link_ != kNoNode) {
             bytes_.linked += size;
         } else if (size > longest_) {
@@ -210,6 +212,7 @@ private:
     void EndRun() noexcept {
         const unsigned int run = bytes_.all - beforeRun_.all;
         if (run == 0) return;
+        if (page_.blocks[open_].isOfTable) bytes_.inTables += run;
         if (run >= kSentence && (bytes_.linked - beforeRun_.linked) * kLinkPart < run) {
             const char* const longest = nodes_.Source() + longestPosition_;
             if (HasSentenceEnd(longest, longest + longest_)) AddProse(run);
@@ -256,7 +259,6 @@ private:
     unsigned int hidden_ = 0;
     unsigned int main_ = 0;
     unsigned int heading_ = 0;
-    unsigned int table_ = 0;
     unsigned int mains_ = 0;
     // The innermost table so far, as long as it has neither blocks nor tables in its cells.
     unsigned int plainTable_ = 0;

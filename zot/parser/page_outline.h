@@ -10,7 +10,7 @@ namespace ZOTParser {
 struct TextBytes {
     unsigned int all = 0;
     unsigned int linked = 0;    // in links
-    unsigned int inTables = 0;  // in table elements
+    unsigned int inTables = 0;  // in tables, with no layout block between table and text
     unsigned int prose = 0;     // in runs of text that read like prose
     unsigned int leftOut = 0;   // in blocks that are not content by their own account
 
@@ -38,6 +38,7 @@ struct Block {
     unsigned int end;     // behind the last block that stands in it
     Description description;
     bool isData;            // a table whose rows read as lines
+    bool isOfTable;         // what lays out its text is a table, not a layout block
     unsigned int ownProse;  // bytes of prose in it that no frame in it holds
     TextBytes bytes;        // of the text in it
 };

@@ -5,9 +5,9 @@
 namespace ZOTParser {
 namespace {
 
-// Of a hundred bytes of text, those that must stand in tables. Blocks give the better text as soon as a
-// layout has anything but tables to say where its text stands.
-constexpr std::uint64_t kLeastTextInTables = 99;
+// Of a hundred bytes of text, those that tables alone must lay out. Blocks give the better text as soon as
+// there are blocks that say where it stands, in a table's cells too.
+constexpr std::uint64_t kLeastTextInTables = 95;
 
 }  // namespace
 

@@ -5,7 +5,7 @@
 namespace ZOTParser {
 
 // Whether the library reads a page that has layout blocks by its layout tables all the same: one whose text
-// stands in tables all but a trifle.
+// stands in tables, but for a trifle, and without a layout block between table and text.
 bool IsLaidOutWithTables(const PageOutline& page) noexcept;
 
 }  // namespace ZOTParser
