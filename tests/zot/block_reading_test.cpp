@@ -210,6 +210,9 @@ TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
          R"(table(row(cell(paragraph(PROSE break) table(row(cell(PROSE break table(row(cell(PROSE))))))))))"},
         {"<div><p>PROSE<p>PROSE<div>PROSE<section>PROSE</section></div></div>",
          R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) block(PROSE block(PROSE))))))"},
+        // Code has no sentences.
+        {"<div><p>PROSE<div>b<div><pre>a</pre></div></div></div>",
+         R"(table(row(cell(paragraph(PROSE break) block("b" block(pre(break "a" break)))))))"},
         // Without prose, of links, or beside the story.
         {"<div><p>PROSE<div>a</div></div>",
          R"(table(row(cell(paragraph(PROSE break) table(row(cell("a")))))))"},

@@ -38,6 +38,7 @@ constexpr std::uint64_t kMostBesideLinks = 2;
 // stands in links.
 constexpr std::uint64_t kStoryProse = 2;
 constexpr std::uint64_t kStoryLinks = 3;
+constexpr unsigned int kCodeWithin = 5;  // blocks, from that which holds code to the code
 
 // A form with less text than this, some hundred and fifty words, and of a hundred bytes shown, is there to
 // search, to log in or to comment.
@@ -257,6 +258,16 @@ private:
                IsLayoutBlock(nodes_.TagOf(blocks[inner].element));
     }
 
+    // Preformatted text has no sentences, and belongs to the text that speaks of it. It stands in a frame or
+    // two, which may have a caption.
+    bool HoldsCode(unsigned int index) const noexcept {
+        const unsigned int end = std::min(page_.blocks[index].end, index + kCodeWithin);
+        for (unsigned int inner = index + 1; inner < end; ++inner) {
+            if (nodes_[page_.blocks[inner].element].Keyword() == kKeywordPreformatted) return true;
+        }
+        return false;
+    }
+
     // Whether the block, one after the other in document order, stands among the paragraphs of the story and
     // reads like them, as do those around it: it is no part of the layout then, but of the article.
     bool ContinuesStory(unsigned int index) noexcept {
@@ -265,8 +276,8 @@ private:
         if (page_.story == 0 || index <= page_.story || index >= story.end || index < besideStoryEnd_)
             return false;
         const unsigned int shown = block.bytes.Shown();
-        if (shown <= story.ownProse && std::uint64_t{block.bytes.prose} * kStoryProse >= shown &&
-            std::uint64_t{block.bytes.linked} * kStoryLinks <= shown) {
+        if (shown <= story.ownProse && std::uint64_t{block.bytes.linked} * kStoryLinks <= shown &&
+            (std::uint64_t{block.bytes.prose} * kStoryProse >= shown || HoldsCode(index))) {
             return true;
         }
         besideStoryEnd_ = block.end;
