@@ -110,7 +110,7 @@ class MarkedPages(HostTest):
                                r'data-quill-label="rank \d\.\d\d · winner · 138 words, 18 in links">')
         self.assertIn('<td data-quill-cell="refused" data-quill-label="cell refused: 18 words, 18 in links">', page)
         self.assertIn('<td data-quill-cell="good" data-quill-label="cell: 120 words">', page)
-        blocks = "<nav>Home</nav><div>" + "The tide rises. " * 40 + "</div><div><a href=x>one</a></div>"
+        blocks = "<nav>Home</nav><div><a href=x>one</a></div><div>" + "The tide rises. " * 40 + "</div>"
         page = self.marked(blocks, "--explain")
         self.assertIn('<nav data-quill-unread data-quill-label="clutter, not read">Home', page)
         self.assertRegex(page, r'<div data-quill-cell="good" data-quill-table="winner"|<div data-quill-table="winner"')
