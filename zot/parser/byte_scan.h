@@ -47,6 +47,10 @@ inline const char* FindByte(const char* at, const char* end, char c) noexcept {
     return end;
 }
 
+constexpr char LowerCase(char c) noexcept {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
 // White space, '/' or '>'.
 constexpr bool EndsTagName(char c) noexcept {
     return c == '>' || c == '/' || IsHtmlSpace(c);

@@ -259,12 +259,15 @@ bool NodeStore::HasAttribute(NodeIndex element, std::string_view name) const noe
     return found;
 }
 
-// Looks no further than `name` is long: the element's own name may be as long as the page.
+// Looks no further than the names are the same: the element's own name may be as long as the page, and an end
+// tag may be held against every open element.
 bool NodeStore::IsNamed(NodeIndex element, Span name) const noexcept {
-    const char* const own = source_ + nodes_[element].position_ + 1;
+    const char* own = source_ + nodes_[element].position_ + 1;
     if (static_cast<std::size_t>(SourceEnd() - own) <= name.Size()) return false;
-    const char* const last = own + name.Size();
-    return EndsTagName(*last) && SameIgnoringCase(Span{own, last}, name);
+    for (const char* at = name.first; at != name.last; ++at, ++own) {
+        if (LowerCase(*at) != LowerCase(*own)) return false;
+    }
+    return EndsTagName(*own);
 }
 
 std::string_view NodeStore::Name(NodeIndex element) const noexcept {

@@ -8,10 +8,6 @@ namespace {
 
 constexpr std::string_view kTitle = "title";
 
-constexpr char LowerCase(char c) noexcept {
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
 bool StartsWith(const char* at, const char* end, std::string_view word) noexcept {
     return static_cast<std::size_t>(end - at) >= word.size() &&
            std::memcmp(at, word.data(), word.size()) == 0;
