@@ -223,6 +223,9 @@ TEST(BlockReading, ReadsAStoryTogetherWithItsSections) {
         // Within what is no part of it nothing is.
         {"<div><p>PROSE<p>PROSE<div><ul><li>PROSE<li>PROSE</ul><div>PROSE</div></div></div>",
          R"(table(row(cell(paragraph(PROSE break) paragraph(PROSE break) table(row(cell(list(item(PROSE) item(PROSE) break) table(row(cell(PROSE))))))))))"},
+        // Layout tables too, and what is laid out in them, but for those that lead elsewhere.
+        {"<div>PROSE<table><tr><td>a word<table><tr><td><a href=x>b</a></table></table></div>",
+         R"(table(row(cell(PROSE block(block(block(block("a word" break table(body(row(cell(anchor*("b")))))))))))))"},
     };
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }

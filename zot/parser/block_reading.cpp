@@ -202,7 +202,7 @@ private:
             case kKeywordTable:
                 if (block.isData) {
                     MakeLines(nodes_, block.element);
-                } else if (StandsInList(index)) {
+                } else if (StandsInList(index) || StandsInStory(index)) {
                     nodes_.ChangeRole(block.element, kKeywordBlock);
                 } else {
                     EndLineBefore(nodes_, block.element);
@@ -214,7 +214,8 @@ private:
             case kKeywordBody:
             case kKeywordHead:
             case kKeywordFoot:
-                if (StandsInList(index)) nodes_.ChangeRole(block.element, kKeywordBlock);
+                if (nodes_[page_.blocks[block.around].element].Keyword() == kKeywordBlock)
+                    nodes_.ChangeRole(block.element, kKeywordBlock);
                 break;
             case kKeywordPreformatted:
                 if (index < preformattedEnd_) break;
@@ -231,6 +232,14 @@ private:
     // most text, and no other.
     bool StandsInList(unsigned int index) const noexcept {
         return kind_.isMainList && index > page_.main && index < page_.blocks[page_.main].end;
+    }
+
+    // Whether the layout table stands among the paragraphs of the story and does not lead through the site:
+    // it lays out a part of the article then.
+    bool StandsInStory(unsigned int index) const noexcept {
+        const TextBytes& bytes = page_.blocks[index].bytes;
+        return page_.story != 0 && index > page_.story && index < page_.blocks[page_.story].end &&
+               std::uint64_t{bytes.linked} * kStoryLinks <= bytes.all;
     }
 
     void ClearLinks(NodeIndex root) noexcept {
