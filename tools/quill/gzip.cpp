@@ -13,10 +13,6 @@ namespace {
 
 constexpr std::size_t kFirstRoom = std::size_t{1} << 16;
 
-// Up to this size memory just grows. What unpacks to more is first counted without keeping it, so that a
-// small file made to fill the memory is refused before it does.
-constexpr std::size_t kUncountedRoom = std::size_t{1} << 26;
-
 class Inflater {
 public:
     explicit Inflater(std::string_view packed) {
@@ -67,12 +63,12 @@ private:
     std::string problem_;
 };
 
-// The size of what `packed` holds, or some number above kMaxPageBytes.
-std::size_t UnpackedSize(std::string_view packed) {
+// The size of what `packed` holds, or some number above `most`.
+std::size_t UnpackedSize(std::string_view packed, std::size_t most) {
     Inflater inflater(packed);
     std::string room(kFirstRoom, '\0');
     std::size_t size = 0;
-    while (!inflater.Ended() && size <= kMaxPageBytes) size += inflater.Read(room.data(), room.size());
+    while (!inflater.Ended() && size <= most) size += inflater.Read(room.data(), room.size());
     return size;
 }
 
@@ -82,7 +78,7 @@ bool IsGzip(std::string_view bytes) {
     return bytes.substr(0, 3) == "\x1F\x8B\x08";
 }
 
-std::string Gunzip(std::string_view packed, std::string& bytes) {
+std::string Gunzip(std::string_view packed, std::string& bytes, std::size_t most) {
     Inflater inflater(packed);
     std::size_t size = 0;
     bytes.resize(kFirstRoom);
@@ -93,8 +89,8 @@ std::string Gunzip(std::string_view packed, std::string& bytes) {
             bytes.resize(bytes.size() * 2);
             continue;
         }
-        const std::size_t total = UnpackedSize(packed);
-        if (total > kMaxPageBytes) return kTooLarge;
+        const std::size_t total = UnpackedSize(packed, most);
+        if (total > most) return kTooLarge;
         bytes.resize(total + 1);  // one more, so that the end is seen
     }
     bytes.resize(size);

@@ -57,7 +57,7 @@ std::string ReadPage(const Input& input, std::string& bytes) {
         input.name == kStandardInput ? ReadAll(stdin, 0, bytes) : ReadFile(input.path, bytes);
     if (!problem.empty() || !IsGzip(bytes)) return problem;
     std::string unpacked;
-    problem = Gunzip(bytes, unpacked);
+    problem = Gunzip(bytes, unpacked, kMaxPageBytes);
     bytes = std::move(unpacked);
     return problem;
 }
