@@ -1,6 +1,6 @@
 // The class interface when the process runs out of memory for standard strings and sets: std::bad_alloc
-// passes through, and nothing else happens. The pages come with their character sets: who finds out what nobody
-// says may keep memory when a `new` of its own fails.
+// passes through, and nothing else happens. The pages come with their character sets: who finds out what
+// nobody says may keep memory when a `new` of its own fails.
 
 #include <gtest/gtest.h>
 
