@@ -97,7 +97,7 @@ private:
 };
 
 std::u16string Taken(VARIANT& variant) {
-    const std::u16string text = variant.vt == VT_BSTR ? TextOf(variant.bstrVal) : std::u16string();
+    std::u16string text = variant.vt == VT_BSTR ? TextOf(variant.bstrVal) : std::u16string();
     VariantClear(&variant);
     return text;
 }
