@@ -76,8 +76,8 @@ bool IsSpokenOf(const char* first, const char* word) noexcept {
     }
     const char* begin = end;
     while (begin > first && IsLetter(begin[-1]) && (begin == end || !IsCapital(*begin))) --begin;
-    const std::string_view before(begin, static_cast<std::size_t>(end - begin));
-    return before == "has" || before == "with" || before == "no";
+    const Span before{begin, end};
+    return IsIgnoringCase(before, "has") || IsIgnoringCase(before, "with") || IsIgnoringCase(before, "no");
 }
 
 // Looks at no byte but the first ones of words: a capital, and a letter behind none.
