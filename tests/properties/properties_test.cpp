@@ -110,6 +110,17 @@ TEST_P(EveryPage, GivesWordsOfThePageInTheirOrder) {
     });
 }
 
+// In the table reading a page's tables may all be too poor in words to be chosen.
+TEST_P(EveryPage, GivesTextWhereThereIsAny) {
+    ForEachPage([](const Page& page) {
+        for (const HtmlKeywordTable::PrtType reading :
+             {HtmlKeywordTable::kDefaultReading, HtmlKeywordTable::kBlockReading}) {
+            const PageText text = TextOfTree(page.bytes, page.charset, reading);
+            EXPECT_EQ(VisibleUnits(text.text).empty(), VisibleUnits(text.documentText).empty()) << reading;
+        }
+    });
+}
+
 // What the page is read for, and the choice only leaves out of it.
 TEST_P(EveryPage, CanBeWrittenWhole) {
     ForEachPage([](const Page& page) {

@@ -23,8 +23,12 @@ private:
     void Block(unsigned int depth) {
         static constexpr const char* kTags[] = {"div",        "p",       "h2",    "section",
                                                 "blockquote", "article", "center"};
-        static constexpr const char* kClutter[] = {
-            "script", "nav", "footer", "aside", "style", "select", "div hidden", "div style='display: none'"};
+        static constexpr const char* kClutter[] = {"script",     "nav",
+                                                   "footer",     "aside",
+                                                   "style",      "select",
+                                                   "div hidden", "div style='display: none'",
+                                                   "main",       "div class=sidebar",
+                                                   "form"};
         if (depth == kDeepest) return Run();
         switch (Choose(links_ ? 6 : 8)) {
             case 0: return Table(depth);

@@ -44,7 +44,7 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
         const char* body;
     };
     const Case cases[] = {
-        {"<nav>a</nav><aside>b</aside><footer>c</footer>", R"(clutter("a") clutter("b") clutter("c"))"},
+        {"<nav>a</nav><aside>b</aside><footer>c</footer>d", R"(clutter("a") clutter("b") clutter("c") "d")"},
         {"<div hidden>a</div><p HIDDEN=''>b</p><span hidden>c</span>d",
          R"(skipped("a") skipped("b" break) skipped("c") "d")"},
         {"<div aria-hidden=TRUE>a</div><i aria-hidden=false>b</i><a aria-hidden=true>c</a>",
@@ -54,12 +54,12 @@ TEST(BlockReading, LeavesOutWhatIsNotShownOrNoContentByItsOwnAccount) {
          R"(skipped("a") skipped("b") inline("c"))"},
         {"<ul role=navigation><li>a</ul><p role=search>b</p><p role=note>c",
          R"(clutter(item("a") break) clutter("b" break) paragraph("c" break))"},
-        {"<p role=tooltip>a<p role=alert>b", R"(clutter("a" break) clutter("b" break))"},
+        {"<p role=tooltip>a<p role=alert>b</p>c", R"(clutter("a" break) clutter("b" break) "c")"},
         {"<p role=banner style='display:none'>a</p>b", R"(skipped("a" break) "b")"},
         {"<p data-hidden class=hidden title=hidden>a", R"(paragraph("a" break))"},
         // A link is read whatever its role.
         {"<a hidden href=x>a</a><a role=navigation href=x>b</a>c", R"(skipped("a") clutter("b") "c")"},
-        {"<nav>a<i hidden>b</i><nav>c", R"(clutter("a" skipped("b") clutter("c")))"},
+        {"<nav>a<i hidden>b</i><nav>c</nav></nav>d", R"(clutter("a" skipped("b") clutter("c")) "d")"},
     };
     for (const Case& c : cases) EXPECT_EQ(Blocks(c.html), c.body) << c.html;
 }
@@ -108,7 +108,12 @@ TEST(BlockReading, ReadsTheOneMainElementAlone) {
          R"(paragraph("a" break) table(row(cell(PROSE))) table(row(cell(PROSE))))"},
         // It holds next to nothing.
         {"<p>PROSE<main>a", R"(paragraph(PROSE break) table(row(cell("a"))))"},
-        {"<nav>b<main>PROSE</main></nav><p>PROSE", R"(clutter("b" block(PROSE)) paragraph(PROSE break))"},
+        // What stands around the content ends before the main element, even where its end tag is missing.
+        {"<p>a<aside>b<main>PROSE</main>",
+         R"(clutter("a" break) table(row(cell("b" break table(row(cell(PROSE)))))))"},
+        {"<main>PROSE</main><div role=dialog>b<main>a</main></div>",
+         R"(table(row(cell(PROSE))) clutter("b" block("a")))"},
+        {"<div hidden>b<main>a</main></div>PROSE", R"(skipped("b" block("a")) PROSE)"},
     };
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }
@@ -157,7 +162,7 @@ TEST(BlockReading, LeavesOutWhatIsNamedAsClutter) {
         {"<div class='menu comments sidebar'>a</div>PROSE", R"(clutter("a") PROSE)"},
         // Within a word, of another block, in another attribute, or what a name says nothing about.
         {"<div class=unrelated>a</div>PROSE", R"(table(row(cell("a"))) PROSE)"},
-        {"<div class='has-sidebar page'>a</div><div id=withSidebar>b</div>PROSE",
+        {"<div class='has-sidebar page'>a</div><div id=WithSidebar>b</div>PROSE",
          R"(table(row(cell("a"))) table(row(cell("b"))) PROSE)"},
         {"<div class='no-cookies sidebar'>a</div>PROSE", R"(clutter("a") PROSE)"},
         {"<div title=related>a</div><p class=related>b</p><b class=related>c</b>PROSE",
@@ -195,6 +200,28 @@ TEST(BlockReading, LeavesOutWhatFollowsTheMainText) {
         // The prose of many teasers is worth less than that of one article.
         {"<div>PROSE<p>PROSE</div><div><div>PROSE</div><a href=x>b</a></div><div>PROSE</div>",
          R"(table(row(cell(PROSE paragraph(PROSE break)))) clutter(block(PROSE) anchor*("b")) clutter(PROSE))"},
+    };
+    for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
+}
+
+// What stands around nothing is what the page has to say.
+TEST(BlockReading, ReadsClutterWhereThereIsNothingElse) {
+    struct Case {
+        const char* html;
+        const char* body;
+    };
+    const Case cases[] = {
+        {"<nav>a</nav><footer>b", R"(table(row(cell("a"))) table(row(cell("b"))))"},
+        {"<main></main><footer>a", R"(block table(row(cell("a"))))"},
+        {"<div class=footer>a</div><div class=sidebar>b</div><nav>c</nav>",
+         R"(table(row(cell("a"))) table(row(cell("b"))) clutter("c"))"},
+        {"<p>PROSE<p>PROSE<main><div class=sidebar>PROSE</div></main>",
+         R"(clutter(PROSE break) clutter(PROSE break) block(table(row(cell(PROSE)))))"},
+        {"<p>PROSE<p>PROSE<main><form>PROSE</form></main>",
+         R"(clutter(PROSE break) clutter(PROSE break) table(row(cell(form(PROSE)))))"},
+        // The main element, which is read alone, follows what would else be the main text.
+        {"<div><p>PROSE<p>PROSE</div><main>LIST</main>",
+         R"(clutter(paragraph(PROSE break) paragraph(PROSE break)) table(row(cell(LIST))))"},
     };
     for (const Case& c : cases) EXPECT_EQ(BlocksBesideProse(c.html), c.body) << c.html;
 }

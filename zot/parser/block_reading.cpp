@@ -66,7 +66,8 @@ struct PageKind {
             return std::uint64_t{part} * 100 >= shown.all * hundredth;
         };
         isLocked = page.locked > shown.all * kLockedPage;
-        isMainAlone = page.main != 0 && isAtLeast(page.blocks[page.main].bytes.Shown(), kLeastMainShare);
+        const unsigned int inMain = page.main != 0 ? page.blocks[page.main].bytes.Shown() : 0;
+        isMainAlone = inMain != 0 && isAtLeast(inMain, kLeastMainShare);
         const unsigned int story = page.blocks[page.story].ownProse;
         hasProse = shown.prose >= kLeastProse && isAtLeast(shown.prose, kLeastProseShare) &&
                    story >= kLeastStory && isAtLeast(story, kLeastStoryShare);
@@ -79,14 +80,15 @@ struct PageKind {
 class BlockReading {
 public:
     BlockReading(NodeStore& nodes, const PageOutline& page) noexcept
-        : nodes_(nodes), page_(page), kind_(page), shown_(page.Shown()) {}
+        : nodes_(nodes), page_(page), kind_(page), shown_(page.Shown()), read_(ReadBytes()) {}
 
     bool Read() noexcept {
         if (kind_.isLocked) {
             Unlock();
         } else {
             LeaveOut();
-            if (kind_.hasProse) failed_ |= !LeaveOutAfterMainText(nodes_, page_);
+            const unsigned int root = kind_.isMainAlone ? page_.main : 0;
+            if (kind_.hasProse) failed_ |= !LeaveOutAfterMainText(nodes_, page_, root);
             if (kind_.isMainAlone) ReadAlone(page_.blocks[page_.main].element);
         }
         ReadEachBlock();
@@ -99,6 +101,10 @@ public:
     }
 
 private:
+    unsigned int ReadBytes() const noexcept {
+        return kind_.isMainAlone ? page_.blocks[page_.main].bytes.Shown() : shown_.all;
+    }
+
     void Unlock() noexcept {
         for (unsigned int index = 1; index < page_.blocks.Size(); ++index) {
             const NodeIndex element = page_.blocks[index].element;
@@ -113,22 +119,37 @@ private:
             const Block& block = page_.blocks[index];
             if (IsHidden(block)) {
                 nodes_.LeaveOut(block.element, kKeywordSkipped);
-            } else if (IsClutter(index)) {
+            } else if (IsAround(block)) {
                 nodes_.LeaveOut(block.element, kKeywordClutter);
+            } else if (IsNamed(index) || (kind_.hasProse && IsForm(index))) {
+                LeaveOutBesideText(index);
             } else {
                 continue;
             }
             leftOutEnd_ = std::max(leftOutEnd_, block.end);
         }
+        if (read_ == 0) return;
+        for (const NodeIndex element : besideText_) nodes_.LeaveOut(element, kKeywordClutter);
+    }
+
+    // Notes a block that is clutter as long as there is anything else to read.
+    void LeaveOutBesideText(unsigned int index) noexcept {
+        const Block& block = page_.blocks[index];
+        if (index >= leftOutEnd_ && (!kind_.isMainAlone || StandsInMain(index))) read_ -= block.bytes.Shown();
+        failed_ |= !besideText_.Append(block.element);
+    }
+
+    bool StandsInMain(unsigned int index) const noexcept {
+        return index > page_.main && index < page_.blocks[page_.main].end;
     }
 
     static bool IsHidden(const Block& block) noexcept {
         return block.description == Description::kHidden || block.description == Description::kWithoutScripts;
     }
 
-    bool IsClutter(unsigned int index) const noexcept {
-        return page_.blocks[index].description == Description::kAround || (kind_.hasProse && IsForm(index)) ||
-               IsNamed(index);
+    // On a page that shows nothing else, such as a menu for a frame, nothing stands around anything.
+    bool IsAround(const Block& block) const noexcept {
+        return block.description == Description::kAround && shown_.all != 0;
     }
 
     bool HoldsMain(unsigned int index) const noexcept {
@@ -230,9 +251,7 @@ private:
 
     // Whether the block is a part of a list that is read as one, since the ranking would take the card with
     // most text, and no other.
-    bool StandsInList(unsigned int index) const noexcept {
-        return kind_.isMainList && index > page_.main && index < page_.blocks[page_.main].end;
-    }
+    bool StandsInList(unsigned int index) const noexcept { return kind_.isMainList && StandsInMain(index); }
 
     // Whether the layout table stands among the paragraphs of the story and does not lead through the site:
     // it lays out a part of the article then.
@@ -304,6 +323,8 @@ private:
     const PageOutline& page_;
     const PageKind kind_;
     const TextBytes shown_;
+    unsigned int read_;  // bytes that are to be read, and stand in no block of these:
+    ZOT::FastVector<NodeIndex> besideText_;
     unsigned int leftOutEnd_ = 0;      // behind the last block inside what is left out so far
     unsigned int besideStoryEnd_ = 0;  // behind the last block of what stands in the story and is none of it
     ZOT::FastVector<NodeIndex> beside_;  // what is left out beside the main element, blocks or not

@@ -22,6 +22,8 @@ namespace ZOTParser {
 //   - On a page without prose, such as a list of goods or of headlines, the cards are the content: an anchor
 //     around a card, a heading or a teaser is no link there.
 //
+// What a page shows is never left out as clutter altogether: where there is nothing else, it is the content.
+//
 // Layout tables stay what they are, but for those among the paragraphs of the story that hold few links: what
 // they lay out is a part of it. False when memory runs out.
 bool ReadBlocks(NodeStore& nodes, const PageOutline& page) noexcept;

@@ -19,10 +19,10 @@ public:
     MainText(NodeStore& nodes, const PageOutline& page) noexcept
         : nodes_(nodes), blocks_(page.blocks), weights_(page.blocks.Size()) {}
 
-    bool LeaveOutAfter() noexcept {
+    bool LeaveOutAfter(unsigned int root) noexcept {
         if (weights_.Size() == 0) return false;
         Weigh();
-        for (unsigned int around = 0; around != kNone;) around = LeaveOutAfterMainOf(around);
+        for (unsigned int around = root; around != kNone;) around = LeaveOutAfterMainOf(around);
         return true;
     }
 
@@ -77,8 +77,8 @@ private:
 
 }  // namespace
 
-bool LeaveOutAfterMainText(NodeStore& nodes, const PageOutline& page) noexcept {
-    return MainText(nodes, page).LeaveOutAfter();
+bool LeaveOutAfterMainText(NodeStore& nodes, const PageOutline& page, unsigned int root) noexcept {
+    return MainText(nodes, page).LeaveOutAfter(root);
 }
 
 }  // namespace ZOTParser

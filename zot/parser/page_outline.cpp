@@ -148,7 +148,12 @@ private:
         return index;
     }
 
+    // An element around the content cannot hold the first main one: its end tag is missing.
     void EnterMain(unsigned int index) noexcept {
+        if (leftOut_ != 0 && hidden_ == 0 && mains_ == 0) {
+            page_.blocks[leftOut_].description = Description::kNone;
+            leftOut_ = 0;
+        }
         if (leftOut_ != 0 || main_ != 0) return;
         main_ = page_.main = index;
         ++mains_;
