@@ -78,7 +78,7 @@ void QuillTextExtractor::AdmitMainContent(const RankedTree& tree, const std::vec
 
     const WinnerSelection selection(tree, tree.Totals(), *first);
     unsigned int words = AdmitWinners(selection, first);
-    if (tree.HasCaptions()) words = CountWords();  // what stands in them counts as well
+    if (!tree.IsPlain()) words = CountWords();
     const double leastWords = static_cast<double>(tree.Totals().Words()) * fallbackRatio;
     if (Strategy() && leastWords > static_cast<double>(words)) AdmitWinners(selection, second);
 }

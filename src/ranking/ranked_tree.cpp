@@ -6,6 +6,24 @@
 
 namespace QuillNS {
 
+namespace {
+
+// Somebody else who holds a cell or a table may be another cell: the answer is then no as well.
+bool IsPlainCell(const KCell& cell) {
+    if (!cell.MayHoldTables()) return true;
+    const auto isPlain = [](const ZOT::SmartPtr<KCellItem>& item) {
+        return !item->IsTable() || (!item->IsText() && item->Table()->NbRef() == 1);
+    };
+    return cell.NbRef() == 1 && std::all_of(cell.Begin(), cell.End(), isPlain);
+}
+
+bool IsPlainTable(const KTable& table) {
+    const auto isPlain = [](const ZOT::SmartPtr<KCell>& cell) { return !cell || IsPlainCell(*cell); };
+    return !table.Caption() && !table.Summary() && std::all_of(table.Begin(), table.End(), isPlain);
+}
+
+}  // namespace
+
 RankedTree::RankedTree(KTable& root) {
     if (Add(root, 0) && SortByLevel()) return;
     tables_.Free();
@@ -18,6 +36,7 @@ bool RankedTree::Add(KTable& table, unsigned int level) {
     KStatistics own;
     table.Statistics(own, 0);
     AddToTotals(table, own);
+    plain_ = plain_ && IsPlainTable(table);
     const std::size_t index = Size();
     // The largest ratio of one table is that table's own.
     bool complete = tables_.Append(
@@ -41,7 +60,6 @@ void RankedTree::AddToTotals(const KTable& table, const KStatistics& own) {
     totals_.MaxWordsPerCell(std::max(totals_.MaxWordsPerCell(), own.MaxWordsPerCell()));
     for (const ZOT::SmartPtr<KCell>* const cell : {&table.Caption(), &table.Summary()}) {
         if (!*cell) continue;
-        hasCaptions_ = true;
         VisitChildTables(
             **cell, [this](const ZOT::SmartPtr<KTable>& nested) { nested->Statistics(totals_, kAllLevels); });
     }

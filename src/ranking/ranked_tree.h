@@ -35,8 +35,10 @@ public:
     // What KTable::Statistics gathers from the root with kAllLevels, also when memory ran out.
     const KStatistics& Totals() const noexcept { return totals_; }
 
-    // Whether a listed table has a caption or a summary; what is nested there is not listed.
-    bool HasCaptions() const noexcept { return hasCaptions_; }
+    // Whether a walk over the whole tree meets the grids of the listed tables, each as often as it is listed,
+    // and nothing else: no table has a caption or a summary, or stands in several places, and no item is text
+    // and table at once.
+    bool IsPlain() const noexcept { return plain_; }
 
     // KTable::Rank of the table at `index`, where the totals are those of the whole tree that holds it. 0.0
     // without weights (KRankParameters::MaxDepth is 0).
@@ -60,7 +62,7 @@ private:
 
     ZOT::FastVector<Entry> tables_;
     KStatistics totals_;
-    bool hasCaptions_ = false;
+    bool plain_ = true;
 };
 
 }  // namespace QuillNS

@@ -119,6 +119,32 @@ TEST(TextExtractor, FallsBackStrictlyBelowTheRatio) {
     EXPECT_EQ(RankedText(tree, {0.0, 1.0, 0.5, 0.0, 9.0, 1.0, 0.5, 0.0, 1.0}), "");
 }
 
+TEST(TextExtractor, FallsBackByTheWordsThatTheWalkMeets) {
+    const auto fallsBack = [](const ContentTree& tree, double ratio, double high = 1.0) {
+        std::vector<double> tuning = {0.0, high, 0.0, 0.0, 9.0, 1.0, 0.0, 9.0, ratio};
+        return QuillTextExtractor(tree.Root(), false, &tuning).CountWords() == 0;
+    };
+    const ContentTree plain("{ 100('a' { 300('b') }) }");
+    EXPECT_FALSE(fallsBack(plain, 1.0));
+    EXPECT_TRUE(fallsBack(plain, 1.01));
+
+    const ContentTree captioned("{ 100('a' { 200('b') }) ^100('c') }");
+    EXPECT_FALSE(fallsBack(captioned, 1.0));
+    EXPECT_TRUE(fallsBack(captioned, 1.01));
+
+    // Where an item is both, the walk takes the text and leaves the table.
+    const ContentTree both("{ 100({ 300('b') }) }");
+    (*(*both.Root()->Begin())->Begin())->AppendText(u"a", 0, 0);
+    EXPECT_FALSE(fallsBack(both, 0.25));
+    EXPECT_TRUE(fallsBack(both, 0.26));
+
+    // A table in two places wins below the one table and is met below the other, too: 120 words of 320.
+    const ContentTree shared("{ ({ 100('a' X{ 10/9('x') }) } B{ 200/200('b') }) }");
+    (*shared.Table("B")->Begin())->AddCellItem()->Table(shared.Table("X"));
+    EXPECT_FALSE(fallsBack(shared, 119.5 / 320, 0.0));
+    EXPECT_TRUE(fallsBack(shared, 120.5 / 320, 0.0));
+}
+
 TEST(TextExtractor, ReadsTheTuningInItsOrder) {
     // Low, high, cell score, winners' low: each in turn decides.
     const char* const tree = "R{ 1/1('r' A{ 100('a' X{ 30/24('x') 1('y') }) }) }";
