@@ -4,13 +4,23 @@
 
 namespace QuillNS {
 
+namespace {
+
+// Null when there is no memory, or no number for its bytes.
+ZOT::SmartPtr<KCell>* NewGrid(std::size_t slots) {
+    constexpr std::size_t kMostSlots = static_cast<std::size_t>(-1) / sizeof(ZOT::SmartPtr<KCell>) / 2;
+    return slots <= kMostSlots ? new ZOT::SmartPtr<KCell>[slots] : nullptr;
+}
+
+}  // namespace
+
 KTable::KTable(KTable* parent, unsigned int cols, unsigned int rows, unsigned int level)
     : level_(level),
       parent_(parent),
       cols_(cols),
       rows_(rows),
       slots_(std::size_t{cols} * rows),
-      grid_(slots_ == 1 ? &only_ : new ZOT::SmartPtr<KCell>[slots_]) {
+      grid_(slots_ == 1 ? &only_ : NewGrid(slots_)) {
     if (grid_ == nullptr) slots_ = 0;
 }
 

@@ -40,6 +40,15 @@ TEST(Table, StartsWithNullSlots) {
     }
 }
 
+TEST(Table, HasNoSlotsWhereNoMemoryHoldsThem) {
+    for (const unsigned int rows : {0x20000000u, 0xFFFFFFFFu}) {
+        KTable table(nullptr, 0xFFFFFFFFu, rows, 0);
+        EXPECT_EQ(table.Begin(), table.End());
+        EXPECT_FALSE(table.GetCell(0, 0));
+        EXPECT_FALSE(table.CreateCell(0, 0));
+    }
+}
+
 TEST(Table, KeepsItsGridRowByRow) {
     KTable table(nullptr, 3, 2, 0);
     const ZOT::SmartPtr<KCell> cell = table.CreateCell(1, 1);
