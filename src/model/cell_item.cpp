@@ -12,7 +12,7 @@ namespace {
 constexpr std::size_t kLeastRoom = 32;  // units of a string, at least
 constexpr std::size_t kSpareRoom =
     5;  // units beyond the first run, for the blanks and line feeds that join runs
-constexpr std::size_t kMostRoom = 0xFFFFFFFFu;  // units
+constexpr std::size_t kMostRoom = (0xFFFFFFFFu - sizeof(KCellText)) / sizeof(char16_t);  // units, of the pool
 
 std::size_t SizeWithoutWhiteSpaceBehind(std::u16string_view text) {
     std::size_t size = text.size();
@@ -22,7 +22,7 @@ std::size_t SizeWithoutWhiteSpaceBehind(std::u16string_view text) {
 
 }  // namespace
 
-// A text that is too long for 32 bits, which the caller's string then holds, gets no room here.
+// A text that is too long for the pool gets no room here: the string takes it.
 KCellText* KCellText::New(std::size_t size) {
     const std::size_t room = size <= kMostRoom - kSpareRoom ? size + kSpareRoom : 0;
     void* const memory = operator new(sizeof(KCellText) + room * sizeof(char16_t));
