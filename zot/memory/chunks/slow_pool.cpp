@@ -34,6 +34,7 @@ public:
     }
 
     void Forget() {
+        const std::lock_guard guard(lock_);
         if (created_) pthread_key_delete(key_);
         created_ = false;
     }

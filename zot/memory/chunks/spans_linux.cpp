@@ -53,10 +53,9 @@ void* MoveSpan(void* span, std::size_t from, std::size_t bytes) noexcept {
     char* const place = MapAligned(bytes, AlignmentOf(bytes), PROT_NONE);
     if (place == nullptr) return nullptr;
     void* const moved = mremap(span, from, bytes, MREMAP_MAYMOVE | MREMAP_FIXED, place);
-    if (moved == MAP_FAILED) {
-        munmap(place, bytes);
-        return nullptr;
-    }
+    // The system may have cleared the place before it failed, and another thread may have it by now: it is
+    // not given back.
+    if (moved == MAP_FAILED) return nullptr;
     AdviseHugePages(moved, bytes);
     return moved;
 }
