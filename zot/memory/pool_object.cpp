@@ -9,7 +9,7 @@ namespace ZOTMem {
 
 void* MemoryPool::New(unsigned int size) noexcept {
     void* const memory = FastNew(size);
-    return memory != nullptr ? memory : SlowNew(size);
+    return memory != nullptr || size == 0 ? memory : SlowNew(size);
 }
 
 void MemoryPool::Delete(void* memory) noexcept {

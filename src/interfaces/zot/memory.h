@@ -9,7 +9,7 @@ namespace ZOTMem {
 // on another thread than the one that asked for it. It never throws.
 class QUILL_API MemoryPool {
 public:
-    // `size` bytes aligned for any fundamental type, or null when there are none. `size` is not 0.
+    // `size` bytes aligned for any fundamental type, or null when there are none. 0 bytes give null.
     static void* New(unsigned int size) noexcept;
 
     // Takes back what New gave. Null does nothing.
