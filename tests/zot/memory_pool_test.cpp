@@ -54,12 +54,12 @@ TEST(MemoryPool, GivesAlignedBlocksThatDoNotOverlap) {
     MemoryPool::Delete(nullptr);
 }
 
-// From a few bytes to more than a thread keeps, and down again; on a thread that keeps nothing yet and on one
-// that does.
 TEST(MemoryPool, HasNothingForZeroBytes) {
     EXPECT_EQ(MemoryPool::New(0), nullptr);
 }
 
+// From a few bytes to more than a thread keeps, and down again; on a thread that keeps nothing yet and on one
+// that does.
 TEST(MemoryPool, ReallocatedMemoryKeepsItsBytes) {
     for (int round = 0; round < 2; ++round) {
         std::size_t size = 1;
