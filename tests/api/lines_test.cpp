@@ -32,7 +32,7 @@ TEST(Lines, OfATextThatIsLaidOutWithBlocks) {
         // Preformatted text keeps its lines in inline elements too, and runs into nothing.
         {"a<pre>x\n  <code>y\n<i>z</i></code></pre>b", u"a\nx\n  y\nz\nb\n\n"},
         {"a<pre>x\n<i>y</i>\n<i> \n</i></pre><p>b", u"a\nx\ny\n\nb\n\n"},
-        {"a<pre> </pre>b", u"a\nb\n\n"},
+        {"a<pre> </pre>b<pre></pre>c", u"a\nb\nc\n\n"},
         {"<pre>x<i>\n</i><br><b> <h2>y<i>\n</i></h2></b><h2>z</h2></pre>", u"x\n\ny\n\nz\n\n\n"},
         // A table that is not chosen parts them as well.
         {"Some words of the text that is to win here<div><a href=x>left out</a></div>go on behind it.",

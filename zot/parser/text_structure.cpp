@@ -85,7 +85,6 @@ bool HasTextBefore(const NodeStore& nodes, NodeIndex node) noexcept {
 }  // namespace
 
 void KeepPreformatted(NodeStore& nodes, NodeIndex element) noexcept {
-    if (nodes.FirstChild(element) == kNoNode) return;
     DropSpaceBeforeParagraphs(nodes, element, true);
     WalkTree(
         nodes, element,
