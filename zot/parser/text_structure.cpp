@@ -1,5 +1,8 @@
 #include "text_structure.h"
 
+#include <algorithm>
+#include <zot/text.h>
+
 #include "table_roles.h"
 #include "tree_walk.h"
 
@@ -36,6 +39,18 @@ void MakeLine(NodeStore& nodes, NodeIndex row) noexcept {
     }
 }
 
+// Whether a paragraph behind the text would trim all of it away. Most texts begin with a letter and are not
+// looked at any further.
+bool IsWhiteSpaceAlone(const NodeStore& nodes, NodeIndex text) noexcept {
+    if (nodes[text].IsSpace()) return true;
+    const auto first = static_cast<unsigned char>(nodes.Source()[nodes[text].SourcePosition()]);
+    if (first > ' ' && first < 0x80 && first != '&') return false;
+    ZOT::FastVector<char16_t> units;
+    if (!units.Reserve(nodes.DecodeRoom(nodes[text]))) return false;
+    const char16_t* const end = nodes.Decode(nodes[text], units.Begin());
+    return std::all_of(static_cast<const char16_t*>(units.Begin()), end, ZOT::IsWhiteSpace);
+}
+
 // A paragraph trims the text before it, so that one of white space alone would take its line break away with
 // it: removes those that stand between a paragraph and the last text before it. `followed` is whether a
 // paragraph may follow the element; returns whether one follows what stands before the element's content.
@@ -46,7 +61,7 @@ bool DropSpaceBeforeParagraphs(NodeStore& nodes, NodeIndex element, bool followe
         before = nodes.PreviousSibling(node);
         const unsigned int keyword = nodes[node].Keyword();
         if (keyword == kKeywordText) {
-            followed = followed && nodes[node].IsSpace();
+            followed = followed && IsWhiteSpaceAlone(nodes, node);
             if (followed) nodes.Remove(node);
         } else if (!nodes.IsLeftOut(node)) {
             const bool isTable = keyword == kKeywordTable;  // its cells are texts of their own
