@@ -160,6 +160,19 @@ std::vector<unsigned> Describe(const Vector& vector) {
     return description;
 }
 
+// Long texts are decoded piece by piece. Where a piece ends a block may reach over it, and a word of other
+// letters may begin there: that is the next piece's.
+TEST(TextDecoder, WordsOfOtherLettersAtTheEndOfAPiece) {
+    for (std::size_t taken = 0; taken < ByteVector::kSize; ++taken) {  // by hand, before the first block
+        for (std::size_t plain = 1000; plain < 1050; ++plain) {
+            std::string source = std::string(taken, '&') + std::string(plain, ' ');
+            for (int letter = 0; letter < 20; ++letter) source += "\xD1\x8F";
+            EXPECT_EQ(Decode(source, TextKind::kData), DecodePlainly(source, TextKind::kData))
+                << taken << ' ' << plain;
+        }
+    }
+}
+
 TEST(ByteVector, FastestAgreesWithPlain) {
     std::uint32_t seed = 2;
     for (unsigned round = 0; round < 2000; ++round) {

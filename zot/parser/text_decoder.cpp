@@ -144,7 +144,7 @@ Cursor DecodePiece(Cursor c, const char* stop, const char* last) noexcept {
         const int plain = std::countr_zero(special);
         c.at += plain;
         c.to += plain;
-        if (c.at == last) break;
+        if (c.at >= stop) break;  // what does not stand for itself then belongs to the next piece
         c = DecodeSpecial<kKind>(c, stop, last);
     }
     return c;
