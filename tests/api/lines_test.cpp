@@ -35,6 +35,10 @@ TEST(Lines, OfATextThatIsLaidOutWithBlocks) {
         {"a<pre> </pre>b<pre></pre>c", u"a\nb\nc\n\n"},
         {"<pre>x<i>\n</i><br><b> <h2>y<i>\n</i></h2></b><h2>z</h2></pre>", u"x\n\ny\n\nz\n\n\n"},
         {"<pre>x<i>\n</i>&nbsp;<i>\xE2\x80\x83</i><h2>y</h2></pre>", u"x\n\ny\n\n\n"},
+        // A table in the story reads as a part of it.
+        {"<p>A paragraph of the story, which is long enough to be one of prose.<pre>x<i>\n</i>"
+         "<table><tr><td><p>y</table></pre>",
+         u"A paragraph of the story, which is long enough to be one of prose.\n\nx\n\ny\n\n\n"},
         // A table that is not chosen parts them as well.
         {"Some words of the text that is to win here<div><a href=x>left out</a></div>go on behind it.",
          u"Some words of the text that is to win here\ngo on behind it.\n\n"},

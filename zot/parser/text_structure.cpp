@@ -53,7 +53,8 @@ bool IsWhiteSpaceAlone(const NodeStore& nodes, NodeIndex text) noexcept {
 
 // A paragraph trims the text before it, so that one of white space alone would take its line break away with
 // it: removes those that stand between a paragraph and the last text before it. `followed` is whether a
-// paragraph may follow the element; returns whether one follows what stands before the element's content.
+// paragraph may follow the element; returns whether one follows what stands before the element's content. A
+// table is gone through like any other element, as it may become a block in the same text.
 // Calls itself once per level of nesting.
 bool DropSpaceBeforeParagraphs(NodeStore& nodes, NodeIndex element, bool followed) noexcept {
     NodeIndex before = kNoNode;
@@ -64,9 +65,7 @@ bool DropSpaceBeforeParagraphs(NodeStore& nodes, NodeIndex element, bool followe
             followed = followed && IsWhiteSpaceAlone(nodes, node);
             if (followed) nodes.Remove(node);
         } else if (!nodes.IsLeftOut(node)) {
-            const bool isTable = keyword == kKeywordTable;  // its cells are texts of their own
-            followed = DropSpaceBeforeParagraphs(nodes, node, followed && !isTable) && !isTable;
-            followed |= TableRoles::EndsItsLine(keyword);
+            followed = DropSpaceBeforeParagraphs(nodes, node, followed) || TableRoles::EndsItsLine(keyword);
         }
     }
     return followed;
