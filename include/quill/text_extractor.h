@@ -9,8 +9,10 @@
 
 namespace QuillNS {
 
+class QuillRankedStrategy;
 class RankedTree;
 class WinnerSelection;
+class Winners;
 
 // Writes the main content of a content tree as UTF-16 text, low byte first.
 //
@@ -61,14 +63,16 @@ private:
 
     friend void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, DocumentType* type);
 
-    // `tree` is that of `root`.
-    QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const RankedTree& tree,
-                       const std::vector<double>* tuning);
+    // Makes the strategy that admits winners, of which it may take what it needs.
+    using Admit = QuillRankedStrategy* (*)(const ZOT::SmartPtr<KRankParameters>&, Winners&);
+
+    // For one walk, whose strategy nobody else sees. `tree` is that of `root`.
+    QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const RankedTree& tree);
 
     void AdmitEverything();
-    void AdmitMainContent(const RankedTree& tree, const std::vector<double>* tuning);
+    void AdmitMainContent(const RankedTree& tree, const std::vector<double>* tuning, Admit admit);
     unsigned int AdmitWinners(const WinnerSelection& selection,
-                              const ZOT::SmartPtr<KRankParameters>& parameters);
+                              const ZOT::SmartPtr<KRankParameters>& parameters, Admit admit);
     void EnsureLineBreak();
 
     ZOT::SmartPtr<KTable> root_;

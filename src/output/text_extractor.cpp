@@ -29,6 +29,31 @@ bool IsLinkPage(const KStatistics& totals) {
            Quotient(text, totals.Links()) <= kLinkPageWordsPerLink;
 }
 
+// The strategy of a walk that nobody else sees, over a plain tree (RankedTree::IsPlain): no set of winners.
+class WinnersStrategy final : public QuillRankedStrategy {
+public:
+    WinnersStrategy(const ZOT::SmartPtr<KRankParameters>& parameters, Winners& winners)
+        : QuillRankedStrategy(parameters, ZOT::RefCount<TableSet>()) {
+        winners_.Swap(winners);
+    }
+
+    bool IsGoodTable(const ZOT::SmartPtr<KTable>& table) override { return winners_.Has(table.Get()); }
+
+private:
+    Winners winners_;
+};
+
+QuillRankedStrategy* AdmitList(const ZOT::SmartPtr<KRankParameters>& parameters, Winners& winners) {
+    return new WinnersStrategy(parameters, winners);
+}
+
+QuillRankedStrategy* AdmitSet(const ZOT::SmartPtr<KRankParameters>& parameters, Winners& winners) {
+    const ZOT::RefCount<TableSet> set(new (std::nothrow) TableSet);
+    if (!set) return nullptr;
+    winners.InsertInto(*set);
+    return new QuillRankedStrategy(parameters, set);
+}
+
 }  // namespace
 
 void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, DocumentType* type) {
@@ -36,7 +61,7 @@ void ExtractText(const ZOT::SmartPtr<KTable>& root, ZOT::BinaryStreamBuf* out, D
     const bool linkPage = IsLinkPage(tree.Totals());
     *type = linkPage ? LinkPage : ContentPage;
     if (linkPage) return QuillTextExtractor(root, true, nullptr).GetText(out);
-    QuillTextExtractor(root, tree, nullptr).GetText(out);
+    QuillTextExtractor(root, tree).GetText(out);
 }
 
 QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, bool linkPage,
@@ -46,13 +71,12 @@ QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, bool l
         AdmitEverything();
         return;
     }
-    AdmitMainContent(RankedTree(*root), tuning);
+    AdmitMainContent(RankedTree(*root), tuning, AdmitSet);
 }
 
-QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const RankedTree& tree,
-                                       const std::vector<double>* tuning)
+QuillTextExtractor::QuillTextExtractor(const ZOT::SmartPtr<KTable>& root, const RankedTree& tree)
     : root_(root) {
-    AdmitMainContent(tree, tuning);
+    AdmitMainContent(tree, nullptr, tree.IsPlain() ? AdmitList : AdmitSet);
 }
 
 QuillTextExtractor::~QuillTextExtractor() = default;
@@ -62,7 +86,8 @@ void QuillTextExtractor::AdmitEverything() {
 }
 
 // Both parameter sets have the same weights, so the tables are ranked once for both.
-void QuillTextExtractor::AdmitMainContent(const RankedTree& tree, const std::vector<double>* tuning) {
+void QuillTextExtractor::AdmitMainContent(const RankedTree& tree, const std::vector<double>* tuning,
+                                          Admit admit) {
     const ZOT::SmartPtr<KRankParameters> first(new KRankParameters, true);
     const ZOT::SmartPtr<KRankParameters> second(new KRankParameters, true);
     if (!first || !second) return;
@@ -77,10 +102,10 @@ void QuillTextExtractor::AdmitMainContent(const RankedTree& tree, const std::vec
     }
 
     const WinnerSelection selection(tree, tree.Totals(), *first);
-    unsigned int words = AdmitWinners(selection, first);
+    unsigned int words = AdmitWinners(selection, first, admit);
     if (!tree.IsPlain()) words = CountWords();
     const double leastWords = static_cast<double>(tree.Totals().Words()) * fallbackRatio;
-    if (Strategy() && leastWords > static_cast<double>(words)) AdmitWinners(selection, second);
+    if (Strategy() && leastWords > static_cast<double>(words)) AdmitWinners(selection, second, admit);
 }
 
 void QuillTextExtractor::InitParameters(const ZOT::SmartPtr<KRankParameters>& first,
@@ -94,13 +119,11 @@ void QuillTextExtractor::InitParameters(const ZOT::SmartPtr<KRankParameters>& fi
 // Returns the words that are admitted in the grids of the winners. Without memory for them nothing is
 // admitted, and there is no strategy.
 unsigned int QuillTextExtractor::AdmitWinners(const WinnerSelection& selection,
-                                              const ZOT::SmartPtr<KRankParameters>& parameters) {
-    Strategy(ZOT::SmartPtr<QuillVisitorStrategy>());
-    const ZOT::RefCount<TableSet> winners(new (std::nothrow) TableSet);
-    if (!winners) return 0;
-    const unsigned int words = selection.Select(*parameters, *winners);
-    Strategy(ZOT::SmartPtr<QuillVisitorStrategy>(new QuillRankedStrategy(parameters, winners), true));
-    return words;
+                                              const ZOT::SmartPtr<KRankParameters>& parameters, Admit admit) {
+    Winners winners;
+    const unsigned int words = selection.Select(*parameters, winners);
+    Strategy(ZOT::SmartPtr<QuillVisitorStrategy>(admit(parameters, winners), true));
+    return Strategy() ? words : 0;
 }
 
 void QuillTextExtractor::GetText(ZOT::BinaryStreamBuf* out) {

@@ -6,8 +6,7 @@
 namespace QuillNS {
 
 double KCell::Rank() const {
-    if (words_ == 0) return 0.0;
-    return 1.0 - static_cast<double>(wordsInLinksAndImages_) / static_cast<double>(words_);
+    return TextShare(words_, wordsInLinksAndImages_);
 }
 
 double KTable::Rank(const KStatistics& totals, const ZOT::SmartPtr<KRankParameters>& parameters) {

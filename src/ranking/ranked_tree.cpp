@@ -17,6 +17,12 @@ bool IsPlainCell(const KCell& cell) {
     return cell.NbRef() == 1 && std::all_of(cell.Begin(), cell.End(), isPlain);
 }
 
+// Whether the table is a cell with items, which `own` counts, and nothing else.
+bool IsOneCell(const KTable& table, const KStatistics& own) {
+    return table.End() - table.Begin() == 1 && own.Cells() == 1 && *table.Begin() &&
+           !(*table.Begin())->IsEmpty();
+}
+
 bool IsPlainTable(const KTable& table) {
     const auto isPlain = [](const ZOT::SmartPtr<KCell>& cell) { return !cell || IsPlainCell(*cell); };
     return !table.Caption() && !table.Summary() && std::all_of(table.Begin(), table.End(), isPlain);
@@ -39,8 +45,9 @@ bool RankedTree::Add(KTable& table, unsigned int level) {
     plain_ = plain_ && IsPlainTable(table);
     const std::size_t index = Size();
     // The largest ratio of one table is that table's own.
-    bool complete = tables_.Append(
-        {&table, level, 0, 0, own.Words(), own.WordsInLinksAndImages(), own.MaxWordsPerCell()});
+    bool complete =
+        tables_.Append({&table, 0, 0, level, static_cast<unsigned int>(index), own.Words(),
+                        own.WordsInLinksAndImages(), IsOneCell(table, own), own.MaxWordsPerCell()});
     unsigned int children = 0;
     VisitChildTables(table, [&](const ZOT::SmartPtr<KTable>& child) {
         complete = complete && Add(*child, level + 1);
@@ -86,6 +93,18 @@ bool RankedTree::SortByLevel() {
     }
     tables_.Swap(sorted);
     return true;
+}
+
+unsigned int RankedTree::AdmittedWords(std::size_t index, double cellLowScore) const {
+    const Entry& table = tables_[index];
+    if (table.isOneCell) {
+        return TextShare(table.words, table.wordsInLinksAndImages) > cellLowScore ? table.words : 0;
+    }
+    unsigned int words = 0;
+    for (const ZOT::SmartPtr<KCell>& cell : *table.table) {
+        if (cell && cell->Rank() > cellLowScore) words += cell->Words();
+    }
+    return words;
 }
 
 namespace {

@@ -7,6 +7,12 @@
 
 namespace QuillNS {
 
+// Share of a cell's words that lie outside links and images; 0.0 without words.
+inline double TextShare(unsigned int words, unsigned int wordsInLinksAndImages) {
+    if (words == 0) return 0.0;
+    return 1.0 - static_cast<double>(wordsInLinksAndImages) / static_cast<double>(words);
+}
+
 // A table and all tables nested in it, with what their ranks need, listed level by level. The tables nested
 // in one table stand next to each other, and so do all tables of one level below it:
 //
@@ -24,6 +30,12 @@ public:
     // Tables listed; 0 when memory ran out.
     std::size_t Size() const noexcept { return tables_.Size(); }
     KTable* Table(std::size_t index) const noexcept { return tables_[index].table; }
+
+    // Where the table comes in a walk that goes into each table's children before the next one, from 0.
+    unsigned int WalkOrder(std::size_t index) const noexcept { return tables_[index].order; }
+
+    // The words of the cells of a table's grid with ranks above `cellLowScore`.
+    unsigned int AdmittedWords(std::size_t index, double cellLowScore) const;
 
     // The indices of the tables nested directly in a table: from the first one up to, but not including, the
     // second.
@@ -47,12 +59,14 @@ public:
 private:
     struct Entry {
         KTable* table;
-        unsigned int level;  // below the root
-        unsigned int children;
         std::size_t firstChild;
+        unsigned int children;
+        unsigned int level;  // below the root
+        unsigned int order;
         // The counts of the table's own cells.
         unsigned int words;
         unsigned int wordsInLinksAndImages;
+        bool isOneCell;  // which has items: the counts are those of the cell
         double wordsPerCell;
     };
 

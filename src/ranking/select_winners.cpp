@@ -6,20 +6,10 @@ namespace QuillNS {
 
 void SelectWinners(const ZOT::SmartPtr<KTable>& root, const KStatistics& totals,
                    const ZOT::SmartPtr<KRankParameters>& parameters, ZOT::RefCount<TableSet>& winners) {
-    WinnerSelection(RankedTree(*root), totals, *parameters).Select(*parameters, *winners);
+    Winners tables;
+    WinnerSelection(RankedTree(*root), totals, *parameters).Select(*parameters, tables);
+    tables.InsertInto(*winners);
 }
-
-namespace {
-
-unsigned int AdmittedWords(const KTable& table, const KRankParameters& thresholds) {
-    unsigned int words = 0;
-    for (const ZOT::SmartPtr<KCell>& cell : table) {
-        if (cell && cell->Rank() > thresholds.CellLowScore()) words += cell->Words();
-    }
-    return words;
-}
-
-}  // namespace
 
 WinnerSelection::WinnerSelection(const RankedTree& tree, const KStatistics& totals,
                                  const KRankParameters& parameters)
@@ -30,20 +20,18 @@ WinnerSelection::WinnerSelection(const RankedTree& tree, const KStatistics& tota
 
 // Tables are listed after those that they are nested in, so one pass hands down what a top table gives to all
 // below it.
-unsigned int WinnerSelection::Select(const KRankParameters& thresholds, TableSet& winners) const {
+unsigned int WinnerSelection::Select(const KRankParameters& thresholds, Winners& winners) const {
     ZOT::FastVector<bool> belowTop(ranks_.Size());
     unsigned int words = 0;
-    if (belowTop.Size() == 0) return words;
+    if (belowTop.Size() == 0 || !winners.Resize(ranks_.Size())) return words;
     belowTop[0] = false;
     const double cutoff = Cutoff(thresholds);
     for (std::size_t index = 0; index < ranks_.Size(); ++index) {
         const double rank = ranks_[index];
         const bool top = rank >= thresholds.LowThreshold() && rank >= cutoff;
         const bool wins = top || (belowTop[index] && rank >= thresholds.WinnerLowThreshold());
-        if (wins) {
-            winners.insert(ZOT::SmartPtr<KTable>(tree_.Table(index), true));
-            words += AdmittedWords(*tree_.Table(index), thresholds);
-        }
+        winners.Set(tree_.WalkOrder(index), tree_.Table(index), wins);
+        if (wins) words += tree_.AdmittedWords(index, thresholds.CellLowScore());
         for (std::size_t child = tree_.FirstChild(index); child != tree_.LastChild(index); ++child) {
             belowTop[child] = top || belowTop[index];
         }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <quill/rank_parameters.h>
 #include <quill/statistics.h>
 #include <quill/table.h>
@@ -9,11 +8,9 @@
 #include <zot/smart_ptr.h>
 
 #include "ranked_tree.h"
+#include "winners.h"
 
 namespace QuillNS {
-
-// A set of tables by identity.
-using TableSet = std::set<ZOT::SmartPtr<KTable>>;
 
 // Inserts the tables that carry the main content of the tree below `root` into `winners`, which holds a set
 // and keeps what is in it:
@@ -31,9 +28,9 @@ class WinnerSelection {
 public:
     WinnerSelection(const RankedTree& tree, const KStatistics& totals, const KRankParameters& parameters);
 
-    // Inserts the winners by these thresholds into `winners`. Returns the words of their grid cells that the
-    // thresholds admit.
-    unsigned int Select(const KRankParameters& thresholds, TableSet& winners) const;
+    // Says in `winners` which tables win by these thresholds. Returns the words of their grid cells that the
+    // thresholds admit. Without memory there are none.
+    unsigned int Select(const KRankParameters& thresholds, Winners& winners) const;
 
 private:
     double Cutoff(const KRankParameters& thresholds) const;

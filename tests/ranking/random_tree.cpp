@@ -12,18 +12,20 @@ constexpr unsigned int kMostLevels = 12;
 
 class Writer {
 public:
-    explicit Writer(const Choose& choose) : choose_(choose) {}
+    Writer(const Choose& choose, bool plain) : choose_(choose), plain_(plain) {}
 
     void Table(unsigned int level) {
-        text.append("T").append(std::to_string(tables_++)).append("{");
+        if (!plain_) text.append("T").append(std::to_string(tables_));
+        ++tables_;
+        text += '{';
         const unsigned int rows = choose_(3);
         const unsigned int cols = 1 + choose_(3);
         for (unsigned int row = 0; row <= rows; ++row) {
             if (row != 0) text += " ;";
             for (unsigned int col = 0; col < cols; ++col) Slot(level);
         }
-        if (choose_(8) == 0) Cell(" ^", level);
-        if (choose_(8) == 0) Cell(" $", level);
+        if (!plain_ && choose_(8) == 0) Cell(" ^", level);
+        if (!plain_ && choose_(8) == 0) Cell(" $", level);
         text += " }";
     }
 
@@ -66,13 +68,20 @@ private:
     }
 
     const Choose& choose_;
+    const bool plain_;
     unsigned int tables_ = 0;
 };
 
 }  // namespace
 
 std::string RandomTree(const Choose& choose) {
-    Writer writer(choose);
+    Writer writer(choose, false);
+    writer.Table(0);
+    return std::move(writer.text);
+}
+
+std::string RandomPlainTree(const Choose& choose) {
+    Writer writer(choose, true);
     writer.Table(0);
     return std::move(writer.text);
 }

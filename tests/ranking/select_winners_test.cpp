@@ -122,13 +122,19 @@ TEST(SelectWinners, KeepsWhatTheSetHolds) {
     EXPECT_EQ(winners->size(), 2u);
 }
 
-std::string Extracted(const ContentTree& tree, std::vector<double>& tuning) {
+template <class Write>
+std::string Written(Write write) {
     ZOTFile::MemoryBuffer out(4096);
-    QuillTextExtractor(tree.Root(), false, &tuning).GetText(&out);
+    write(&out);
     std::u16string text;
     out.SeekG(0, ZOT::kFromBegin);  // the extractor reads back what it has written
     out.Copy(text, ZOT::kWholeStream);
     return Narrow(text);
+}
+
+std::string Extracted(const ContentTree& tree, std::vector<double>* tuning) {
+    return Written(
+        [&](ZOT::BinaryStreamBuf* out) { QuillTextExtractor(tree.Root(), false, tuning).GetText(out); });
 }
 
 TEST(SelectWinners, AreThoseOfThePlainRules) {
@@ -148,7 +154,32 @@ TEST(SelectWinners, AreThoseOfThePlainRules) {
         ZOT::RefCount<TableSet> winners(new TableSet);
         SelectWinners(tree.Root(), totals, parameters, winners);
         ASSERT_EQ(*winners, Plain::SelectWinners(tree.Root(), totals, *parameters)) << text;
-        ASSERT_EQ(Extracted(tree, tuning), Narrow(Plain::Text(tree.Root(), tuning))) << text;
+        ASSERT_EQ(Extracted(tree, &tuning), Narrow(Plain::Text(tree.Root(), tuning))) << text;
+    }
+}
+
+// Puts a cell of the last table nested in `root` into the root's last slot, too.
+void RepeatInLastSlot(KTable& root) {
+    ZOT::RefCountVector<KTable, ZOT::SmartPtr<KTable>> tables;
+    root.FindAllTables(tables);
+    if (tables.Size() == 0) return;
+    const ZOT::SmartPtr<KCell> cell = *(*(tables.End() - 1))->Begin();
+    root.SetCell(root.Cols() - 1, root.Rows() - 1, cell);
+}
+
+TEST(ExtractText, WritesWhatTheExtractorWrites) {
+    std::mt19937 random(8);
+    const Choose choose = [&random](unsigned int bound) { return random() % bound; };
+    for (int round = 0; round < 3000; ++round) {
+        const std::string text = round % 4 == 0 ? RandomTree(choose) : RandomPlainTree(choose);
+        const ContentTree tree(text);
+        if (round % 4 == 1) RepeatInLastSlot(*tree.Root());
+        DocumentType type = LinkPage;
+        const std::string written =
+            Written([&](ZOT::BinaryStreamBuf* out) { ExtractText(tree.Root(), out, &type); });
+        if (type == ContentPage) {
+            ASSERT_EQ(written, Extracted(tree, nullptr)) << text;
+        }
     }
 }
 
