@@ -1,5 +1,6 @@
 #include <quill/beautify.h>
 
+#include "call_memory.h"
 #include "tree_builder.h"
 #include "write_text.h"
 
@@ -7,6 +8,7 @@ namespace QuillNS {
 
 bool Beautify(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset, std::u16string& text,
               std::u16string* documentText, DocumentType* type) {
+    const ZOTMem::CallMemory memory;
     text.clear();
     ZOT::SmartPtr<KTable> root = MakeRoot();
     BuildTree(page, charset, root, documentText);
@@ -35,6 +37,7 @@ bool Beautify(ZOTParser::HtmlDocTree& tree, ZOT::BinaryStreamBuf& out, std::u16s
 
 bool Beautify(ZOT::BinaryStreamBuf& page, ZOT::CHARSET charset, ZOT::BinaryStreamBuf& out,
               std::u16string* documentText, DocumentType* type) {
+    const ZOTMem::CallMemory memory;
     ZOT::SmartPtr<KTable> root = MakeRoot();
     BuildTree(page, charset, root, documentText);
     WriteText(root, out, type);

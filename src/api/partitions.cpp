@@ -1,5 +1,6 @@
 #include <quill/partitions.h>
 
+#include "call_memory.h"
 #include "tree_builder.h"
 #include "write_text.h"
 
@@ -47,12 +48,14 @@ HtmlDocPartitions::~HtmlDocPartitions() = default;
 
 bool Beautify(const HtmlDocPartitions& partitions, std::u16string& text, std::u16string* documentText,
               DocumentType* type) {
+    const ZOTMem::CallMemory memory;
     text.clear();
     return WriteText(BuildPartitionTree(partitions, documentText), text, type);
 }
 
 bool Beautify(const HtmlDocPartitions& partitions, ZOT::BinaryStreamBuf& out, std::u16string* documentText,
               DocumentType* type) {
+    const ZOTMem::CallMemory memory;
     WriteText(BuildPartitionTree(partitions, documentText), out, type);
     return out.vSize() > 0;
 }

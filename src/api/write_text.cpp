@@ -2,6 +2,8 @@
 
 #include <quill/text_extractor.h>
 
+#include "call_memory.h"
+
 namespace QuillNS {
 
 bool WriteText(const ZOT::SmartPtr<KTable>& root, std::u16string& text, DocumentType* type) {
@@ -9,6 +11,7 @@ bool WriteText(const ZOT::SmartPtr<KTable>& root, std::u16string& text, Document
     WorkBuffer buffer;
     WriteText(root, buffer, type);
     text.reserve(buffer.vSize() / sizeof(char16_t));
+    ZOTMem::PreferLargePages(text.data(), buffer.vSize());
     buffer.SeekG(0, ZOT::kFromBegin);
     buffer.Copy(text, ZOT::kWholeStream);
     return !text.empty();

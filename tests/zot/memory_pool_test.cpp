@@ -8,6 +8,8 @@
 
 #include <zot/memory.h>
 
+#include "call_memory.h"
+
 namespace {
 
 using ZOTMem::MemoryPool;
@@ -78,6 +80,57 @@ TEST(MemoryPool, ReallocatedMemoryKeepsItsBytes) {
         }
         ZOT::PoolFree(bytes);
     }
+}
+
+// Large memory of a call is cut up, grown in place and taken again, whatever it was before.
+TEST(MemoryPool, KeepsLargeMemoryApartInACall) {
+    constexpr std::size_t kStep = 61'440;  // at least one byte in every chunk is looked at
+    struct Large {
+        unsigned char* bytes;
+        std::size_t size;
+        unsigned char fill;
+
+        void Fill(std::size_t from) {
+            for (std::size_t i = from; i < size; i += kStep) bytes[i] = fill;
+            bytes[size - 1] = fill;
+        }
+        void Check() const {
+            for (std::size_t i = 0; i < size; i += kStep) ASSERT_EQ(bytes[i], fill);
+            ASSERT_EQ(bytes[size - 1], fill);
+        }
+    };
+    std::minstd_rand random(5);
+    std::vector<Large> all;
+    for (int call = 0; call < 4; ++call) {
+        const ZOTMem::CallMemory outer;
+        const ZOTMem::CallMemory inner;
+        std::vector<Block> small;
+        for (int i = 0; i < 300; ++i) {
+            const std::size_t size = std::size_t{20'000} << random() % 11;
+            const auto fill = static_cast<unsigned char>(random());
+            const std::size_t at = all.empty() ? 0 : random() % all.size();
+            if (random() % 3 == 0 && all.size() < 12) {
+                all.push_back({static_cast<unsigned char*>(ZOT::PoolAllocate(size)), size, fill});
+                ASSERT_NE(all.back().bytes, nullptr);
+                all.back().Fill(0);
+            } else if (!all.empty() && random() % 2 == 0) {
+                Large& grown = all[at];
+                const std::size_t used = grown.size / kStep * kStep;
+                grown.size = used + size;
+                grown.bytes = static_cast<unsigned char*>(ZOT::PoolReallocate(grown.bytes, used, grown.size));
+                ASSERT_NE(grown.bytes, nullptr);
+                grown.Fill(used);
+            } else if (!all.empty()) {
+                all[at].Check();
+                ZOT::PoolFree(all[at].bytes);
+                all.erase(all.begin() + static_cast<std::ptrdiff_t>(at));
+            }
+            Churn(small, static_cast<unsigned int>(i), 200);
+        }
+        for (const Large& large : all) large.Check();
+        for (const Block& block : small) DeleteBlock(block);
+    }
+    for (const Large& large : all) ZOT::PoolFree(large.bytes);
 }
 
 TEST(MemoryPoolThread, BlocksMayBeFreedOnAnotherThread) {

@@ -5,6 +5,7 @@
 
 #include <pthread.h>
 
+#include "call_memory.h"
 #include "pool.h"
 #include "spans.h"
 
@@ -112,8 +113,10 @@ void* NewInChunk(std::size_t size) {
 
 // 0 for one that does not fit the address space.
 std::size_t SpanFor(std::size_t size) {
-    const std::size_t bytes = sizeof(SpanHead) + size + kChunkBytes - 1;
-    return bytes < size ? 0 : bytes & ~(kChunkBytes - 1);
+    const std::size_t least = sizeof(SpanHead) + size;
+    const std::size_t unit = least < kLeastHugeSpan ? kChunkBytes : kHugePage;
+    const std::size_t bytes = least + unit - 1;
+    return bytes < size ? 0 : bytes & ~(unit - 1);
 }
 
 void* NewAlone(std::size_t size) {
@@ -124,12 +127,16 @@ void* NewAlone(std::size_t size) {
     return span == nullptr ? nullptr : ::new (span) SpanHead{1, true, bytes} + 1;
 }
 
-// In place, or by moving pages instead of bytes. Null when neither will do, and when the thread keeps a span
-// that is large enough: its pages are there already.
+// In place, also where free memory follows, or by moving pages instead of bytes. Null when neither will do,
+// and when the thread keeps a span that is large enough: its pages are there already.
 void* ReallocateAlone(SpanHead* head, std::size_t size) {
     const std::size_t bytes = SpanFor(size);
     if (bytes == 0) return nullptr;
     if (bytes <= head->bytes) return head + 1;
+    if (kept.TakeAt(reinterpret_cast<char*>(head) + head->bytes, bytes - head->bytes)) {
+        head->bytes = bytes;
+        return head + 1;
+    }
     if (kept.Has(bytes)) return nullptr;
     auto* const moved = static_cast<SpanHead*>(MoveSpan(head, head->bytes, bytes));
     if (moved == nullptr) return nullptr;
@@ -172,6 +179,14 @@ void* SlowReallocate(void* memory, std::size_t used, std::size_t size) {
 
 void SlowDelete(SpanHead* head) {
     Give(head);
+}
+
+CallMemory::CallMemory() noexcept {
+    kept.Begin();
+}
+
+CallMemory::~CallMemory() {
+    kept.End();
 }
 
 void SetSlow(bool isSlow) {

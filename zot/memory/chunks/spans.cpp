@@ -10,22 +10,47 @@ void* KeptSpans::TakeChunk() {
     for (List* const list : {&surplus_, &chunks_}) {
         if (list->first != nullptr) return list->Pop(&list->first);
     }
-    if (rest_ == rest_end_) {
-        const std::size_t batch =
-            std::clamp(mapped_ / 4 / kChunkBytes * kChunkBytes, kLeastBatch, kLargestBatch);
-        rest_ = rest_end_ = static_cast<char*>(MapSpan(batch));
-        if (rest_ == nullptr) return nullptr;
-        rest_end_ += batch;
-        mapped_ += batch;
-    }
+    if (rest_ == rest_end_ && !TakeBatch()) return nullptr;
     return std::exchange(rest_, rest_ + kChunkBytes);
 }
 
+bool KeptSpans::TakeBatch() {
+    std::size_t bytes = std::clamp(mapped_ / 4 / kChunkBytes * kChunkBytes, kLeastBatch, kLargestBatch);
+    if (idle_.first != nullptr) {
+        bytes = std::min(idle_.first->bytes, kLargestBatch);
+        rest_ = static_cast<char*>(idle_.Cut(&idle_.first, bytes));
+    } else {
+        rest_ = static_cast<char*>(MapSpan(bytes));
+        if (rest_ != nullptr) mapped_ += bytes;
+    }
+    rest_end_ = rest_ == nullptr ? nullptr : rest_ + bytes;
+    return rest_ != nullptr;
+}
+
 void* KeptSpans::Take(std::size_t& bytes) {
-    Free** const link = larger_.BestFit(bytes);
-    if (*link == nullptr) return MapSpan(bytes);
-    bytes = (*link)->bytes;
-    return larger_.Pop(link);
+    if (Free** const link = larger_.BestFit(bytes); *link != nullptr) {
+        bytes = (*link)->bytes;
+        return larger_.Pop(link);
+    }
+    if (idle_.first == nullptr) return MapSpan(bytes);
+    const std::size_t pages = (bytes + kHugePage - 1) / kHugePage * kHugePage;
+    if (Free** const link = idle_.Least(pages); *link != nullptr) {
+        bytes = pages;
+        return idle_.Cut(link, pages);
+    }
+    idle_.GiveBack();  // what serves nobody is not held on top of what is asked for
+    return MapSpan(bytes);
+}
+
+bool KeptSpans::TakeAt(void* place, std::size_t bytes) {
+    if (bytes % kHugePage != 0) return false;
+    for (Free** link = &idle_.first; *link != nullptr; link = &(*link)->next) {
+        if (*link != place) continue;
+        if ((*link)->bytes < bytes) return false;
+        idle_.Cut(link, bytes);
+        return true;
+    }
+    return false;
 }
 
 void KeptSpans::GiveChunk(void* chunk) {
@@ -36,15 +61,27 @@ void KeptSpans::GiveChunk(void* chunk) {
 
 // Spans that no page takes any more go with those that it takes, now and then.
 void KeptSpans::Give(void* span, std::size_t bytes) {
-    if (bytes > kLargerBytes) return UnmapSpan(span, bytes);
-    if (larger_.bytes + bytes > kLargerBytes) larger_.GiveBack();
-    larger_.Push(span, bytes);
+    if (bytes >= kLeastHugeSpan) {
+        idle_.Push(span, bytes);
+    } else {
+        if (larger_.bytes + bytes > kLargerBytes) larger_.GiveBack();
+        larger_.Push(span, bytes);
+    }
+    if (calls_ == 0) Trim();
+}
+
+void KeptSpans::Trim() {
+    while (idle_.first != nullptr && idle_.bytes + larger_.bytes > kLargerBytes) {
+        const std::size_t bytes = idle_.first->bytes;
+        UnmapSpan(idle_.Pop(&idle_.first), bytes);
+    }
 }
 
 void KeptSpans::GiveBack() {
-    for (List* const list : {&chunks_, &surplus_, &larger_}) list->GiveBack();
+    for (List* const list : {&chunks_, &surplus_, &larger_, &idle_}) list->GiveBack();
     if (rest_ != rest_end_) UnmapSpan(rest_, static_cast<std::size_t>(rest_end_ - rest_));
-    *this = KeptSpans();
+    mapped_ = 0;
+    rest_ = rest_end_ = nullptr;
 }
 
 void KeptSpans::List::Push(void* span, std::size_t size) {
@@ -59,12 +96,20 @@ void* KeptSpans::List::Pop(Free** link) {
     return span;
 }
 
-// The link to the smallest span that has room for `size` and not half as much again; a link to null when
+// Takes the front of a span that has at least `size`, and leaves the rest in its place.
+void* KeptSpans::List::Cut(Free** link, std::size_t size) {
+    Free* const span = *link;
+    if (span->bytes == size) return Pop(link);
+    *link = ::new (reinterpret_cast<char*>(span) + size) Free{span->next, span->bytes - size};
+    bytes -= size;
+    return span;
+}
+
+// The link to the smallest span that has room for `size` and is smaller than `below`; a link to null when
 // there is none.
-KeptSpans::Free** KeptSpans::List::BestFit(std::size_t size) {
+KeptSpans::Free** KeptSpans::List::Least(std::size_t size, std::size_t below) {
     Free** at = &first;
     Free** best = nullptr;
-    std::size_t below = size + size / 2 + 1;
     for (; *at != nullptr; at = &(*at)->next) {
         if ((*at)->bytes < size || (*at)->bytes >= below) continue;
         best = at;

@@ -2,13 +2,12 @@
 
 #include <sys/mman.h>
 
+#include "call_memory.h"
 #include "spans.h"
 
 namespace ZOTMem {
 
 namespace {
-
-constexpr std::size_t kHugePage = 2 * 1024 * 1024;
 
 void* Map(std::size_t bytes, int protection) {
     void* const memory = mmap(nullptr, bytes, protection, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -58,6 +57,13 @@ void* MoveSpan(void* span, std::size_t from, std::size_t bytes) noexcept {
     if (moved == MAP_FAILED) return nullptr;
     AdviseHugePages(moved, bytes);
     return moved;
+}
+
+void PreferLargePages(void* memory, std::size_t bytes) noexcept {
+    const auto address = reinterpret_cast<std::uintptr_t>(memory);
+    const std::uintptr_t begin = (address + kHugePage - 1) / kHugePage * kHugePage;
+    const std::uintptr_t end = (address + bytes) / kHugePage * kHugePage;
+    if (begin < end) AdviseHugePages(reinterpret_cast<void*>(begin), end - begin);
 }
 
 }  // namespace ZOTMem
