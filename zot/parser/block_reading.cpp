@@ -52,6 +52,9 @@ constexpr std::uint64_t kMostNamedProse = 80;
 // Comments with more of the prose are what there is to read.
 constexpr std::uint64_t kMostCommentProse = 60;
 
+// Blocks from one that is looked at to one whose element the memory is asked for.
+constexpr std::size_t kBlocksAhead = 8;
+
 // What is decided about a page before its blocks are looked at one by one.
 struct PageKind {
     bool isLocked;
@@ -105,6 +108,12 @@ private:
         return kind_.isMainAlone ? page_.blocks[page_.main].bytes.Shown() : shown_.all;
     }
 
+    // For a walk over all blocks.
+    void ReadAhead(unsigned int index) const noexcept {
+        const std::size_t ahead = std::size_t{index} + kBlocksAhead;
+        if (ahead < page_.blocks.Size()) nodes_.ReadAhead(page_.blocks[ahead].element);
+    }
+
     void Unlock() noexcept {
         for (unsigned int index = 1; index < page_.blocks.Size(); ++index) {
             const NodeIndex element = page_.blocks[index].element;
@@ -117,6 +126,7 @@ private:
     void LeaveOut() noexcept {
         for (unsigned int index = 1; index < page_.blocks.Size(); ++index) {
             const Block& block = page_.blocks[index];
+            ReadAhead(index);
             if (IsHidden(block)) {
                 nodes_.LeaveOut(block.element, kKeywordSkipped);
             } else if (IsAround(block)) {
@@ -207,6 +217,7 @@ private:
     void ReadEachBlock() noexcept {
         for (unsigned int index = 1; index < page_.blocks.Size();) {
             const Block& block = page_.blocks[index];
+            ReadAhead(index);
             ReadBlock(index, block);
             index = nodes_.IsLeftOut(block.element) ? block.end : index + 1;
         }

@@ -206,6 +206,7 @@ private:
     void AddText(const Node& text) noexcept {
         const unsigned int size = text.SourceLength();
         bytes_.all += size;
+        nodes_.ReadAheadInSource(text.SourcePosition());
         if (link_ != kNoNode) {
             bytes_.linked += size;
         } else if (size > longest_) {
