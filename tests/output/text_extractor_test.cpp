@@ -128,6 +128,9 @@ TEST(TextExtractor, FallsBackByTheWordsThatTheWalkMeets) {
     EXPECT_FALSE(fallsBack(plain, 1.0));
     EXPECT_TRUE(fallsBack(plain, 1.01));
 
+    // A cell whose rank is the score is left out.
+    EXPECT_TRUE(fallsBack(ContentTree("{ 1('b' { 10/10('a') }) }"), 0.5));
+
     const ContentTree captioned("{ 100('a' { 200('b') }) ^100('c') }");
     EXPECT_FALSE(fallsBack(captioned, 1.0));
     EXPECT_TRUE(fallsBack(captioned, 1.01));
