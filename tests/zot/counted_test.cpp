@@ -165,6 +165,7 @@ TEST(FastVector, ReservesAndResizesExactly) {
 int handled = 0;
 
 TEST(PoolObject, CallsTheNewHandlerOnceAndGivesNull) {
+    handled = 0;
     const std::new_handler old = std::set_new_handler([] { ++handled; });
     EXPECT_EQ(ZOT::PoolAllocate(static_cast<std::size_t>(-1)), nullptr);
     EXPECT_EQ(handled, 1);

@@ -16,7 +16,8 @@ public:
 };
 
 // Asks for pages as large as the system has them where memory of another allocator, which nobody has written
-// to yet, is large. Nothing depends on the answer.
+// to yet, is large. Nothing depends on the answer. The wish stays with the addresses, also when the other
+// allocator gives them to somebody else.
 void PreferLargePages(void* memory, std::size_t bytes) noexcept;
 
 }  // namespace ZOTMem

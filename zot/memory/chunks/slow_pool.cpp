@@ -50,6 +50,11 @@ private:
 
 constinit ThreadEnd threadEnd;
 
+// To be called where the thread may come to keep something.
+void WatchEnd() {
+    if (!ending && !std::exchange(watched, true)) threadEnd.Watch();
+}
+
 void Give(SpanHead* head) {
     const std::size_t bytes = head->bytes;
     if (bytes == kChunkBytes) {
@@ -57,7 +62,8 @@ void Give(SpanHead* head) {
     } else {
         kept.Give(head, bytes);
     }
-    if (ending) kept.GiveBack();
+    if (ending) return kept.GiveBack();
+    WatchEnd();
 }
 
 // Leaves the thread's chunk to its objects. True when there are none any more, and the chunk may be filled
@@ -94,7 +100,7 @@ bool FillAnotherChunk() {
         return true;
     }
     limit = filling.next = filling.end = nullptr;
-    if (!ending && !std::exchange(watched, true)) threadEnd.Watch();
+    WatchEnd();
     void* const chunk = kept.TakeChunk();
     if (chunk != nullptr) Fill(chunk);
     return chunk != nullptr;
@@ -122,7 +128,7 @@ std::size_t SpanFor(std::size_t size) {
 void* NewAlone(std::size_t size) {
     std::size_t bytes = SpanFor(size);
     if (bytes == 0) return nullptr;
-    if (!ending && !std::exchange(watched, true)) threadEnd.Watch();
+    WatchEnd();
     void* const span = bytes == kChunkBytes ? kept.TakeChunk() : kept.Take(bytes);
     return span == nullptr ? nullptr : ::new (span) SpanHead{1, true, bytes} + 1;
 }
@@ -138,6 +144,7 @@ void* ReallocateAlone(SpanHead* head, std::size_t size) {
         return head + 1;
     }
     if (kept.Has(bytes)) return nullptr;
+    kept.GiveBackIdle();
     auto* const moved = static_cast<SpanHead*>(MoveSpan(head, head->bytes, bytes));
     if (moved == nullptr) return nullptr;
     moved->bytes = bytes;

@@ -38,7 +38,7 @@ void* KeptSpans::Take(std::size_t& bytes) {
         bytes = pages;
         return idle_.Cut(link, pages);
     }
-    idle_.GiveBack();  // what serves nobody is not held on top of what is asked for
+    GiveBackIdle();
     return MapSpan(bytes);
 }
 

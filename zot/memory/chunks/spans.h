@@ -49,6 +49,9 @@ public:
     void GiveChunk(void* chunk);
     void Give(void* span, std::size_t bytes);  // more than a chunk
 
+    // For a request that what is idle does not serve: it is not held on top of what the system gives.
+    void GiveBackIdle() { idle_.GiveBack(); }
+
     void Begin() { ++calls_; }
     void End() {
         if (--calls_ == 0) Trim();

@@ -1,3 +1,4 @@
+#include <cerrno>
 #include <cstdint>
 
 #include <sys/mman.h>
@@ -48,7 +49,16 @@ void UnmapSpan(void* span, std::size_t bytes) noexcept {
     munmap(span, bytes);
 }
 
+// In place first. That also tells a span that was put together from several mappings, which cannot be moved,
+// before a place is taken for it.
 void* MoveSpan(void* span, std::size_t from, std::size_t bytes) noexcept {
+    if (reinterpret_cast<std::uintptr_t>(span) % AlignmentOf(bytes) == 0) {
+        if (mremap(span, from, bytes, 0) == span) {
+            AdviseHugePages(span, bytes);
+            return span;
+        }
+        if (errno == EFAULT) return nullptr;
+    }
     char* const place = MapAligned(bytes, AlignmentOf(bytes), PROT_NONE);
     if (place == nullptr) return nullptr;
     void* const moved = mremap(span, from, bytes, MREMAP_MAYMOVE | MREMAP_FIXED, place);
