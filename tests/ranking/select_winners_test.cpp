@@ -183,6 +183,15 @@ TEST(ExtractText, WritesWhatTheExtractorWrites) {
     }
 }
 
+// It wins below A alone, but it is one table: it is written below B, too.
+TEST(ExtractText, WritesAWinnerWhereverItStands) {
+    const ContentTree tree("{ (B{ 5000/5000('b') } A{ 10000('a' X{ 100('x' { 100('y') }) }) }) }");
+    (*tree.Table("B")->Begin())->AddCellItem()->Table(tree.Table("X"));
+    DocumentType type = LinkPage;
+    EXPECT_EQ(Written([&](ZOT::BinaryStreamBuf* out) { ExtractText(tree.Root(), out, &type); }), "x\na\nx\n");
+    EXPECT_EQ(Extracted(tree, nullptr), "x\na\nx\n");
+}
+
 // A page may nest hundreds of tables and hang thousands below the innermost one, or below each.
 TEST(SelectWinners, TakesDeepAndWideTrees) {
     std::string open, close;

@@ -13,8 +13,9 @@ namespace ZOTMem {
 void* MapSpan(std::size_t bytes) noexcept;
 void UnmapSpan(void* span, std::size_t bytes) noexcept;
 
-// Moves a whole span that MapSpan gave to a place where `bytes`, more than it has, have room. Null when the
-// system has no memory, or cannot move without copying.
+// Gives a whole span room for `bytes`, more than it has: in place, or elsewhere by moving its pages. Null
+// when the system has no memory, or cannot move it without copying, as where it was put together from
+// several.
 void* MoveSpan(void* span, std::size_t from, std::size_t bytes) noexcept;
 
 constexpr std::size_t kHugePage = 2 * 1024 * 1024;
